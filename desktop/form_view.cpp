@@ -1,0 +1,163 @@
+#include "desktop/form_view.h"
+
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "desktop/gestures.h"
+#include "desktop/layouts.h"
+
+namespace desktop {
+
+using screen::Control;
+
+/// The frame round the focused widget, the same for every kind, so that the eye finds the place at once.
+class FocusRing : public QWidget {
+  public:
+    explicit FocusRing(QWidget* parent) : QWidget(parent) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setFocusPolicy(Qt::NoFocus);
+        hide();
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(0x1f6fd0), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
+    }
+};
+
+FormView::FormView(screen::Form& form, std::function<void()> closeAsked, QWidget* parent, Qt::WindowFlags flags)
+    : QWidget(parent, flags), form_(&form), closeAsked_(std::move(closeAsked)) {
+    setObjectName(form.Name());
+    setFocusPolicy(Qt::NoFocus);
+    area_ = new QScrollArea(this);
+    area_->setFocusPolicy(Qt::NoFocus);
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setWidgetResizable(true);
+    content_ = new QWidget(area_);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area_);
+    gestures_ = std::make_unique<Gestures>(*this);
+    MakeWidgets();
+    area_->setWidget(content_);
+    ring_ = new FocusRing(content_);
+    form.watcher = this;
+    FormChanged();
+    FitToDisplay();
+    SyncFocus();
+}
+
+FormView::~FormView() {
+    Detach();
+}
+
+void FormView::MakeWidgets() {
+    const QScopedValueRollback<int> drawing(drawing_, drawing_ + 1);
+    WidgetShelf shelf(*form_);
+    for (const auto& control : form_->Controls()) {
+        const ControlWidget widget = MakeControlWidget(*control, content_);
+        widgets_.insert(control.get(), widget);
+        shelf.Put(widget);
+        gestures_->Watch(widget);
+    }
+    installEventFilter(gestures_.get());
+    LayOut(shelf, *content_);
+    for (const auto& control : form_->Controls())
+        Draw(*control);
+}
+
+void FormView::FitToDisplay() {
+    QSize size = content_->sizeHint() + QSize(2, 2);
+    if (const QScreen* display = QWidget::screen()) size = size.boundedTo(display->availableSize());
+    resize(size);
+}
+
+void FormView::Detach() {
+    form_ = nullptr;
+    widgets_.clear();
+}
+
+const ControlWidget* FormView::WidgetOf(const Control& control) const {
+    const auto found = widgets_.constFind(&control);
+    return found == widgets_.cend() ? nullptr : &*found;
+}
+
+QWidget* FormView::FocusTarget() {
+    const Control* focused = form_ ? form_->Focused() : nullptr;
+    const ControlWidget* widget = focused ? WidgetOf(*focused) : nullptr;
+    const bool canHold = widget && focused->EffectivelyVisible() && EnabledToDraw(*focused);
+    return canHold ? widget->keys : this;
+}
+
+void FormView::SyncFocus() {
+    if (!form_) return;
+    const QScopedValueRollback<int> drawing(drawing_, drawing_ + 1);
+    QWidget* target = FocusTarget();
+    const bool moved = focusWidget() != target && !(target == this && !focusWidget());
+    if (moved) {
+        target->setFocus(Qt::OtherFocusReason);
+        area_->ensureWidgetVisible(target, 20, 20);
+    }
+    if (auto* line = qobject_cast<QLineEdit*>(target)) {
+        if (form_->WholeTextSelected() && line->selectedText() != line->text()) line->selectAll();
+    } else if (auto* memo = qobject_cast<QPlainTextEdit*>(target); memo && moved) {
+        memo->moveCursor(QTextCursor::End);
+    }
+    PlaceRing();
+}
+
+void FormView::PlaceRing() {
+    QWidget* target = FocusTarget();
+    const bool shows = target != this && target->width() > 3 && target->height() > 3;
+    ring_->setVisible(shows);
+    if (!shows) return;
+    const QPoint corner = target->mapTo(content_, QPoint(0, 0));
+    ring_->setGeometry(QRect(corner, target->size()).adjusted(-2, -2, 2, 2));
+    ring_->raise();
+}
+
+void FormView::Draw(const Control& control) {
+    const ControlWidget* widget = WidgetOf(control);
+    if (!widget) return;
+    const QScopedValueRollback<int> drawing(drawing_, drawing_ + 1);
+    DrawControl(*widget);
+}
+
+void FormView::ControlChanged(Control& control) {
+    if (!form_) return;
+    Draw(control);
+    if (control.Kind() == screen::ControlKind::SSTab)
+        for (const auto& other : form_->Controls())
+            if (other->container == &control) Draw(*other);
+    SyncFocus();
+}
+
+void FormView::FocusChanged() {
+    if (!form_) return;
+    // A postcode is drawn otherwise while it is being typed.
+    if (ringed_ && WidgetOf(*ringed_)) Draw(*ringed_);
+    ringed_ = form_->Focused();
+    if (ringed_) Draw(*ringed_);
+    SyncFocus();
+}
+
+void FormView::FormChanged() {
+    if (form_) setWindowTitle(form_->Caption());
+}
+
+void FormView::closeEvent(QCloseEvent* event) {
+    if (!form_) return;
+    event->ignore();
+    if (form_->Enabled()) closeAsked_();
+}
+
+}  // namespace desktop

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QHash>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "desktop/control_widget.h"
+#include "screen/form.h"
+
+class QScrollArea;
+
+namespace desktop {
+
+class FocusRing;
+class Gestures;
+
+/// Draws one form, whatever it is: a widget for each of its controls, laid out by the form's name. The form holds the
+/// state and the focus; the view follows its changes and hands the user's gestures to it.
+class FormView : public QWidget, public screen::FormWatcher {
+  public:
+    /// `closeAsked` runs when the user closes the window by its frame; the window itself stays.
+    FormView(screen::Form& form, std::function<void()> closeAsked, QWidget* parent, Qt::WindowFlags flags);
+    ~FormView() override;
+
+    /// Lets go of the form, which may then vanish before the view does.
+    void Detach();
+    /// The form, or null once it was let go.
+    screen::Form* Model() const { return form_; }
+
+    /// The widget of a control of the form; null for one that the view doesn't know.
+    const ControlWidget* WidgetOf(const screen::Control& control) const;
+    /// The widget that ought to hold the focus of the window: that of the focused control, or the view itself when that
+    /// one can't be focused now.
+    QWidget* FocusTarget();
+    /// Brings the window's focus to where the form has it.
+    void SyncFocus();
+    /// Draws one control anew.
+    void Draw(const screen::Control& control);
+    /// True while the view itself changes widgets, so that their signals tell of no user.
+    bool Drawing() const { return drawing_ > 0; }
+    /// Puts the focus ring round the focused widget again, after it moved.
+    void PlaceRing();
+
+    void ControlChanged(screen::Control& control) override;
+    void FocusChanged() override;
+    void FormChanged() override;
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void MakeWidgets();
+    void FitToDisplay();
+
+    screen::Form* form_;
+    std::function<void()> closeAsked_;
+    QScrollArea* area_;
+    QWidget* content_;
+    FocusRing* ring_;
+    std::unique_ptr<Gestures> gestures_;
+    QHash<const screen::Control*, ControlWidget> widgets_;
+    const screen::Control* ringed_ = nullptr;
+    int drawing_ = 0;
+};
+
+}  // namespace desktop

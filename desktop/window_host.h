@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QFileDialog>
+#include <QHash>
+#include <QMessageBox>
+#include <QPointer>
+#include <vector>
+
+#include "desktop/form_view.h"
+#include "screen/screen_host.h"
+
+namespace desktop {
+
+/// Shows the forms as windows of a display and takes the user's input. Needs a QApplication that outlives it.
+class WindowHost : public screen::ScreenHost {
+  public:
+    WindowHost();
+    ~WindowHost() override;
+
+    QSize DisplaySize() const override;
+    void ProcessEvents() override;
+    void Sleep(int milliseconds) override;
+
+    /// The window of a shown form; null when it has none.
+    FormView* ViewOf(const screen::Form& form) const;
+    /// The message box in front, or null.
+    QMessageBox* BoxInFront() const;
+    /// The file or folder dialog in front, or null.
+    QFileDialog* DialogInFront() const { return dialog_; }
+
+  protected:
+    void WaitUntil(const std::function<bool()>& done) override;
+    void FormShown(screen::Form& form, bool modal) override;
+    void FormUnloaded(screen::Form& form) override;
+    void MessageShown() override;
+    void MessageAnswered() override;
+    void DialogShown() override;
+    void DialogAnswered() override;
+
+  private:
+    QWidget* WindowInFront() const;
+
+    QHash<const screen::Form*, QPointer<FormView>> views_;
+    std::vector<QPointer<QMessageBox>> boxes_;
+    QPointer<QFileDialog> dialog_;
+};
+
+}  // namespace desktop

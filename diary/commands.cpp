@@ -1,0 +1,159 @@
+#include "diary/commands.h"
+
+#include "diary/confirmation.h"
+#include "diary/focus_gate.h"
+#include "diary/painting.h"
+#include "diary/slot_saving.h"
+#include "diary/slot_statements.h"
+#include "diary/slot_window.h"
+#include "items/display_forms.h"
+
+namespace diary {
+
+using identity::Operation;
+using screen::Button;
+
+namespace {
+
+const QString kNoRight = QStringLiteral("操作権限がありません。");
+
+bool MayWriteDate(const DiaryContext& diary) {
+    const SlotWindow window = SlotWindowOn(items::DateText(diary.clock.Now()), numbers::CompanyClosing(diary.session));
+    return SlotDateEditable({diary.session.SlotDate, diary.state.LoadedSlotDate, diary.session.NewSlotMode}, window,
+                            diary.session.RunningStaffAccessLevel);
+}
+
+/// Right and period of a writing command; a refusal is told and gives the focus back.
+bool MayWrite(DiaryContext& diary, Operation operation) {
+    const bool permitted = diary.permissions.EnsureProgramPermission(session::kMenu, session::kProgramId, operation);
+    const bool inPeriod = MayWriteDate(diary);
+    if (permitted && inPeriod) return true;
+    diary.host.Tell(kNoRight);
+    FocusControl(diary, *diary.state.LastLeftControl);
+    return false;
+}
+
+/// Ends a run that another program started with a slot key; others go on with the next slot.
+void GoOnAt(DiaryContext& diary, const char* nextItem) {
+    if (diary.session.SlotKeyGiven)
+        QuitScreen(diary);
+    else
+        FocusControl(diary, nextItem);
+}
+
+/// Whether anything refers to the slot. Nothing in this program does; the place is kept for such a rule.
+bool SlotIsReferredTo() {
+    return false;
+}
+
+}  // namespace
+
+bool SlotRegistrable(const DiaryContext& diary) {
+    const ActivitySlot& slot = diary.slot;
+    if (slot.発信区分 == 0 || slot.応対方法 == 0 || slot.要件分類 == 0 || slot.対応分類 == 0) return false;
+    return FirstMissingKeyItem(diary) == 0;
+}
+
+void RefreshCommands(DiaryContext& diary) {
+    const bool hasStaff = !diary.Item("担当者コード").Text().isEmpty();
+    diary.Item("btn_部門コード").SetEnabled(hasStaff);
+    diary.Item("btn_セクションコード").SetEnabled(hasStaff);
+
+    const int kind = diary.Item("相手先区分").Value();
+    const bool salesDocuments = kind == 0 || kind == 1 || kind == 5;
+    for (const char* button : {"btn_営業見積No", "btn_参照営業見積", "btn_営業引合No", "btn_参照営業引合",
+                               "btn_営業受注No", "btn_参照営業受注"})
+        diary.Item(button).SetEnabled(salesDocuments);
+
+    diary.Item("tab_詳細").SetEnabled(FirstMissingKeyItem(diary) == 0);
+    // These two follow the finding of the pass before: it is renewed only below.
+    diary.Item("btn_削除").SetEnabled(!diary.session.NewSlotMode);
+    diary.Item("btn_移動").SetEnabled(!diary.session.NewSlotMode);
+
+    std::unique_ptr<store::Recordset> row;
+    const bool before = diary.session.NewSlotMode;
+    diary.session.NewSlotMode = !diary.data.OpenMainRecordset(row, kSelectDetail + StartKeyCondition(diary.session));
+    const bool kept = diary.session.NewSlotMode == before;
+    diary.Item("btn_登録").SetEnabled(kept && SlotRegistrable(diary) && diary.state.InputHappened);
+}
+
+bool CheckRequiredItems(DiaryContext& diary) {
+    const int missing = FirstMissingKeyItem(diary);
+    if (missing == 0) return true;
+    diary.ShowNotice(QStringLiteral("必須項目が未入力です。"));
+    FocusMissingItem(diary, missing);
+    return false;
+}
+
+void RegisterSlot(DiaryContext& diary) {
+    if (!MayWrite(diary, diary.session.NewSlotMode ? identity::kEnter : identity::kModify)) return;
+    if (!CheckRequiredItems(diary)) return;
+    if (AskRegister(diary, session::kProgramId, QString()) > kConfirmed) {
+        FocusControl(diary, *diary.state.LastLeftControl);
+        return;
+    }
+    {
+        const WaitDialog wait(diary.host);
+        WriteSlot(diary);
+        ClearSlot(diary);
+        RefreshScreen(diary);
+    }
+    GoOnAt(diary, "営業活動日付日");
+}
+
+void DeleteSlot(DiaryContext& diary) {
+    if (!MayWrite(diary, identity::kDelete)) return;
+    if (SlotIsReferredTo()) {
+        diary.host.Tell(QStringLiteral("参照済です。削除出来ません。"));
+        FocusControl(diary, *diary.state.LastLeftControl);
+        return;
+    }
+    const Button answer =
+        diary.host.Ask({screen::kProgramTitle, QStringLiteral("削除しますか?"), {Button::Yes, Button::No}, Button::No});
+    if (answer != Button::Yes) {
+        FocusControl(diary, *diary.state.LastLeftControl);
+        return;
+    }
+    {
+        const WaitDialog wait(diary.host);
+        DeleteDetailExact(diary);
+        ClearSlot(diary);
+        RefreshScreen(diary);
+    }
+    GoOnAt(diary, "相手先コード");
+}
+
+bool QuitScreen(DiaryContext& diary) {
+    if (!diary.session.NewSlotMode && !CheckRequiredItems(diary)) return false;
+    if (diary.state.InputHappened) {
+        const Button answer = diary.host.Ask({screen::kProgramTitle,
+                                              QStringLiteral("入力がありました。\r終了しますか？"),
+                                              {Button::Yes, Button::No},
+                                              Button::Yes});
+        if (answer != Button::Yes) {
+            FocusControl(diary, *diary.state.LastLeftControl);
+            return false;
+        }
+    }
+    diary.closeSession();
+    return true;
+}
+
+void HeadReached(DiaryContext& diary) {
+    if (diary.Item("tab_詳細").ListIndex() == 0)
+        FocusControl(diary, "営業活動摘要");
+    else
+        TailReached(diary);
+}
+
+void TailReached(DiaryContext& diary) {
+    {
+        const FillingScope filling(diary.state);
+        FocusControl(diary, *diary.state.FirstEntryControl);
+        if (!diary.state.InputHappened) return;
+        RegisterSlot(diary);
+    }
+    if (!diary.host.Ended()) RefreshCommands(diary);
+}
+
+}  // namespace diary

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <QString>
+#include <array>
+#include <functional>
+
+#include "diary/activity_slot.h"
+#include "identity/company_information.h"
+#include "identity/permissions.h"
+#include "numbers/number_series.h"
+#include "numbers/phone_directory.h"
+#include "platform/clock.h"
+#include "screen/form.h"
+#include "screen/screen_host.h"
+#include "session/data_access.h"
+#include "suite/viewing_log.h"
+
+namespace diary {
+
+/// What the main screen knows beside the slot itself.
+struct ScreenState {
+    /// True while the program itself writes to items; every handler of the screen returns at once.
+    bool ScreenFilling = false;
+    /// True once a value of the slot was changed by the user or a pick since the last load, clear or save.
+    bool InputHappened = false;
+    /// The one-time pass over the option groups is done.
+    bool SlotGroupsPrepared = false;
+    /// Date of the loaded row; empty when the screen holds none.
+    QString LoadedSlotDate;
+    /// Highest index in use in the three option groups; -1 when the table gave no row.
+    int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
+    /// Message of the last lookup.
+    QString NoticeText;
+    screen::Control* LastLeftControl = nullptr;
+    screen::Control* ActiveEntryControl = nullptr;
+    /// Where the focus returns to after a command.
+    screen::Control* FirstEntryControl = nullptr;
+    screen::Control* PendingFocusControl = nullptr;
+    /// Outcome of the last write, for whoever looks into a running client; nothing is shown of it.
+    int LastSaveResult = 0;
+    QString LastSaveMessage;
+    /// What a list was opened with, and the key that it leaves after a pick.
+    QString ListCondition;
+};
+
+/// What the routines of the main screen share: the session, the slot and the screen's state, the form, and the services
+/// of the lower layers. One for the process, made where the client is put together.
+struct DiaryContext {
+    session::SessionContext& session;
+    session::DataAccess& data;
+    screen::ScreenHost& host;
+    const platform::Clock& clock;
+    identity::Permissions& permissions;
+    identity::CompanyLoader& company;
+    suite::ViewingLog& viewingLog;
+    numbers::PhoneDirectory& phones;
+    numbers::NumberSeries& series;
+    /// Ends the session and the process, the one way out.
+    std::function<void()> closeSession;
+
+    screen::Form form{QStringLiteral("frm活動手帳")};
+    ActivitySlot slot{};
+    ScreenState state{};
+
+    screen::Control& Item(const char* name, int index = -1) { return form.At(QString::fromUtf8(name), index); }
+    screen::Control& Item(const QString& name, int index = -1) { return form.At(name, index); }
+    void ShowNotice(const QString& text) { Item("お知らせ").SetCaption(text); }
+    /// Handlers return at once while the program fills the screen or waits for another program.
+    bool HandlersAsleep() const { return state.ScreenFilling || session.LinkWaitActive; }
+};
+
+/// Sets ScreenFilling for the time of a block, and clears it behind it.
+class FillingScope {
+  public:
+    explicit FillingScope(ScreenState& state) : state_(state) { state_.ScreenFilling = true; }
+    ~FillingScope() { state_.ScreenFilling = false; }
+    FillingScope(const FillingScope&) = delete;
+    FillingScope& operator=(const FillingScope&) = delete;
+
+  private:
+    ScreenState& state_;
+};
+
+}  // namespace diary

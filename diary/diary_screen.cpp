@@ -1,0 +1,213 @@
+#include "diary/diary_screen.h"
+
+#include "diary/classification.h"
+#include "diary/commands.h"
+#include "diary/counterparty.h"
+#include "diary/date_time_entry.h"
+#include "diary/focus_gate.h"
+#include "diary/painting.h"
+#include "diary/screen_items.h"
+#include "diary/slot_loading.h"
+#include "diary/staff_resolution.h"
+#include "diary/text_items.h"
+#include "items/text_rules.h"
+
+namespace diary {
+
+using screen::Control;
+
+DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
+    BuildScreenItems(diary_.form);
+    WireFocus();
+    WireDateAndTime();
+    WireStaff();
+    WireClassification();
+    WireCounterparty();
+    WireCommands();
+    diary_.form.onLoad = [this] { Load(); };
+    diary_.form.onQueryClose = [this] { return !diary_.HandlersAsleep() && QuitScreen(diary_); };
+}
+
+std::function<void()> DiaryScreen::Awake(std::function<void()> handler) {
+    return [this, handler = std::move(handler)] {
+        if (!diary_.HandlersAsleep()) handler();
+    };
+}
+
+void DiaryScreen::Load() {
+    ScreenState& state = diary_.state;
+    diary_.form.SetCaption(session::kProgramId + "（" + diary_.session.Company.名称 + "）");
+    FillClassificationGroups(diary_);
+    state.FirstEntryControl = state.ActiveEntryControl = state.LastLeftControl = &Item("相手先略称");
+    Item("prg_ttl").SetCaption(diary_.company.ProgramTitle());
+    if (diary_.session.NewSlotMode) {
+        ClearSlot(diary_);
+    } else {
+        NormalizeSlotDate(diary_);
+        ResolveStaff(diary_, diary_.session.StaffCode);
+        LoadSlotExact(diary_);
+    }
+    RefreshScreen(diary_);
+    diary_.ShowNotice(QString());
+}
+
+void DiaryScreen::FocusAfterShow() {
+    FocusControl(diary_, *diary_.state.FirstEntryControl);
+}
+
+void DiaryScreen::WireFocus() {
+    for (const QString& name : GatedItems()) {
+        Control& item = diary_.Item(name);
+        const int order = GateOrder(name);
+        item.onGotFocus = Awake([this, &item, name, order] {
+            if (!item.readOnly) diary_.state.ActiveEntryControl = &item;
+            FocusGate(diary_, 1, name, order);
+        });
+        if (!item.readOnly) item.onLostFocus = Awake([this, &item] { diary_.state.LastLeftControl = &item; });
+    }
+    // The weekday hands over as the day that it belongs to, and is no place to be sent back to.
+    Item("営業活動曜日").onGotFocus = Awake([this] {
+        if (FocusGate(diary_, 1, QStringLiteral("営業活動日付日"), GateOrder(QStringLiteral("営業活動曜日"))))
+            FocusControl(diary_, *diary_.state.LastLeftControl);
+    });
+    Control& kind = Item("相手先区分");
+    kind.onGotFocus = Awake([this, &kind] {
+        diary_.state.ActiveEntryControl = &kind;
+        FocusGate(diary_, 1, kind.Name(), GateOrder(kind.Name()));
+    });
+    kind.onLostFocus = Awake([this, &kind] { diary_.state.LastLeftControl = &kind; });
+    Item("ヘッド終了").onGotFocus = Awake([this] { HeadReached(diary_); });
+    Item("テイル終了").onGotFocus = Awake([this] { TailReached(diary_); });
+}
+
+void DiaryScreen::LeaveDateOrTime(Control& item, QString& field, const QString& mask,
+                                  void (*normalize)(DiaryContext&)) {
+    diary_.state.LastLeftControl = &item;
+    const QString text = items::FormatToMask(item.Text(), mask);
+    if (text == field) {
+        const FillingScope filling(diary_.state);
+        item.SetText(text);
+        return;
+    }
+    diary_.state.InputHappened = true;
+    field = text;
+    const bool hasStaff = !diary_.session.StaffCode.isEmpty();
+    normalize(diary_);
+    if (hasStaff) LoadSlotExact(diary_);
+    // The start hour alone repaints no more than the items.
+    if (item.Name() == QLatin1String("開始時刻時"))
+        PaintScreen(diary_);
+    else
+        RefreshScreen(diary_);
+}
+
+void DiaryScreen::WireDateAndTime() {
+    session::SessionContext& key = diary_.session;
+    struct Part {
+        const char* item;
+        QString& field;
+        const char* mask;
+        void (*normalize)(DiaryContext&);
+    };
+    const Part parts[] = {{"営業活動日付年", key.SlotYear, "0000", NormalizeSlotDate},
+                          {"営業活動日付月", key.SlotMonth, "00", NormalizeSlotDate},
+                          {"営業活動日付日", key.SlotDay, "00", NormalizeSlotDate},
+                          {"開始時刻時", key.StartHour, "00", NormalizeStartTime},
+                          {"開始時刻分", key.StartMinute, "00", NormalizeStartTime},
+                          {"終了時刻時", key.EndHour, "00", NormalizeEndTime},
+                          {"終了時刻分", key.EndMinute, "00", NormalizeEndTime}};
+    for (const Part& part : parts) {
+        Control& item = Item(part.item);
+        item.onLostFocus = Awake([this, &item, &field = part.field, mask = QString::fromLatin1(part.mask),
+                                  normalize = part.normalize] { LeaveDateOrTime(item, field, mask, normalize); });
+    }
+
+    const auto step = [this](const char* button, std::function<void()> move) {
+        Item(button).onClick = Awake([this, move = std::move(move)] {
+            move();
+            LoadSlotByStart(diary_);
+            RefreshScreen(diary_);
+            FocusControl(diary_, *diary_.state.FirstEntryControl);
+        });
+    };
+    step("btn_前日", [this] { StepDate(diary_, DateUnit::Day, -1); });
+    step("btn_翌日", [this] { StepDate(diary_, DateUnit::Day, 1); });
+    step("btn_前週", [this] { StepDate(diary_, DateUnit::Week, -1); });
+    step("btn_翌週", [this] { StepDate(diary_, DateUnit::Week, 1); });
+    step("btn_一時間前", [this] { StepTimes(diary_, 60, -1); });
+    step("btn_一時間後", [this] { StepTimes(diary_, 60, 1); });
+    step("btn_30分前", [this] { StepTimes(diary_, 30, -1); });
+    step("btn_30分後", [this] { StepTimes(diary_, 30, 1); });
+    step("btn_Now", [this] { SetTimesToNow(diary_); });
+    for (const char* title : {"itm_ttl_営業活動日付", "itm_ttl_開始時刻"})
+        Item(title).onClick = Awake([this, name = QString::fromUtf8(title)] { FocusGate(diary_, 2, name, 0); });
+}
+
+void DiaryScreen::WireStaff() {
+    const auto leave = [this](const char* name, void (*left)(DiaryContext&)) {
+        Control& item = Item(name);
+        item.onLostFocus = Awake([this, &item, left] {
+            diary_.state.LastLeftControl = &item;
+            left(diary_);
+        });
+    };
+    leave("担当者コード", StaffCodeLeft);
+    leave("部門コード", DepartmentCodeLeft);
+    leave("セクションコード", SectionCodeLeft);
+    leave("相手先コード", CounterpartyCodeLeft);
+    leave("相手先郵便番号", PostcodeLeft);
+    leave("相手先御担当者コード", ContactCodeLeft);
+}
+
+void DiaryScreen::WireClassification() {
+    const auto group = [this](const char* name, int count, int ActivitySlot::*field) {
+        for (int index = 0; index < count; ++index)
+            Item(name, index).onClick = Awake([this, field, index] { OptionClicked(diary_, field, index); });
+    };
+    group("opb_発信区分", k発信区分Options, &ActivitySlot::発信区分);
+    group("opb_応対方法", k応対方法Options, &ActivitySlot::応対方法);
+    group("opb_要件分類", k要件分類Options, &ActivitySlot::要件分類);
+    for (int index = 0; index < k要件分類Options; ++index) {
+        Item("対応分類", index).onChange = Awake([this, index] { HandlingChanged(diary_, index); });
+        Item("対応分類名称", index).onClick = Awake([this, index] { HandlingChosen(diary_, index); });
+        for (const char* name : {"対応分類", "対応分類名称"}) {
+            Control& item = Item(name, index);
+            item.onGotFocus = Awake([this, &item] { diary_.state.ActiveEntryControl = &item; });
+            item.onLostFocus = Awake([this, &item] { diary_.state.LastLeftControl = &item; });
+        }
+    }
+    Item("相手先区分").onChange = Awake([this] { CounterpartyKindChanged(diary_); });
+}
+
+void DiaryScreen::WireCounterparty() {
+    for (const SlotText& text : kLimitedTexts) {
+        Control& item = Item(text.name);
+        item.onChange = Awake([this, &item] { CheckItemLength(diary_, item); });
+        item.onLostFocus = Awake([this, &item, text] {
+            diary_.state.LastLeftControl = &item;
+            LimitedTextLeft(diary_, text);
+        });
+    }
+    for (const SlotText& text : kPartyTexts) {
+        Control& item = Item(text.name);
+        if (item.Kind() != screen::ControlKind::EntryPhone) continue;
+        item.onLostFocus = Awake([this, &item, text] {
+            diary_.state.LastLeftControl = &item;
+            PhoneLeft(diary_, text);
+        });
+    }
+    Item("営業活動摘要").onChange = Awake([this] { MemoChanged(diary_); });
+    Item("itm_ttl_相手先電話").onClick = Awake([this] {
+        if (!FocusGate(diary_, 1, QStringLiteral("相手先電話"), GateOrder(QStringLiteral("相手先電話"))))
+            FocusControl(diary_, "相手先電話");
+    });
+}
+
+void DiaryScreen::WireCommands() {
+    Item("btn_登録").onClick = Awake([this] { RegisterSlot(diary_); });
+    Item("btn_削除").onClick = Awake([this] { DeleteSlot(diary_); });
+    Item("btn_終了").onClick = Awake([this] { QuitScreen(diary_); });
+    Item("prg_ttl").onClick = Awake([this] { FocusControl(diary_, *diary_.state.LastLeftControl); });
+}
+
+}  // namespace diary

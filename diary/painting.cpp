@@ -1,0 +1,117 @@
+#include "diary/painting.h"
+
+#include "diary/date_time_entry.h"
+#include "diary/screen_items.h"
+
+namespace diary {
+
+namespace {
+
+void PaintKey(DiaryContext& diary) {
+    const session::SessionContext& key = diary.session;
+    const std::pair<const char*, const QString&> texts[] = {
+        {"営業活動日付年", key.SlotYear}, {"営業活動日付月", key.SlotMonth},
+        {"営業活動日付日", key.SlotDay},  {"営業活動曜日", diary.slot.営業活動曜日},
+        {"開始時刻時", key.StartHour},    {"開始時刻分", key.StartMinute},
+        {"終了時刻時", key.EndHour},      {"終了時刻分", key.EndMinute},
+        {"担当者コード", key.StaffCode}};
+    for (const auto& [item, text] : texts)
+        diary.Item(item).SetText(text);
+    for (const SlotText& text : kStaffTexts)
+        diary.Item(text.name).SetText(diary.slot.*text.field);
+}
+
+void PaintDocument(DiaryContext& diary, std::size_t kind) {
+    diary.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No").SetText(diary.slot.documents[kind].No);
+}
+
+/// The one-time pass over the option groups. Later paints leave the buttons alone, so that a cleared slot still shows
+/// what was pressed last.
+void PrepareGroups(DiaryContext& diary) {
+    const ScreenState& state = diary.state;
+    for (int index = 0; index < k発信区分Options; ++index) {
+        diary.Item("opb_発信区分", index).SetVisible(index <= state.発信区分Count);
+        diary.Item("opb_発信区分", index).SetValue(0);
+    }
+    for (int index = 0; index < k応対方法Options; ++index) {
+        diary.Item("opb_応対方法", index).SetVisible(index <= state.応対方法Count);
+        // The sixth button is neither filled nor released: no more than five rows are ever read.
+        if (index < k応対方法Options - 1) diary.Item("opb_応対方法", index).SetValue(0);
+    }
+    for (int index = 0; index < k要件分類Options; ++index) {
+        const bool used = index <= state.要件分類Count;
+        for (const char* item : {"opb_要件分類", "対応分類", "対応分類名称"})
+            diary.Item(item, index).SetVisible(used);
+        if (used) diary.Item("opb_要件分類", index).SetValue(0);
+    }
+}
+
+void PressOptions(DiaryContext& diary) {
+    const ActivitySlot& slot = diary.slot;
+    if (slot.発信区分 >= 1 && slot.発信区分 <= 3) diary.Item("opb_発信区分", slot.発信区分 - 1).SetValue(1);
+    if (slot.応対方法 >= 1 && slot.応対方法 <= 5) diary.Item("opb_応対方法", slot.応対方法 - 1).SetValue(1);
+    const int matters = diary.state.要件分類Count + 1;
+    for (int index = 0; index < matters; ++index) {
+        diary.Item("対応分類", index).SetEnabled(false);
+        diary.Item("対応分類", index).SetValue(0);
+        diary.Item("対応分類名称", index).SetEnabled(false);
+        diary.Item("対応分類名称", index).SetListIndex(0);
+    }
+    if (slot.要件分類 < 1 || slot.要件分類 > matters) return;
+    // Only the pair beside the chosen matter is live.
+    const int live = slot.要件分類 - 1;
+    diary.Item("opb_要件分類", live).SetValue(1);
+    diary.Item("対応分類", live).SetEnabled(true);
+    diary.Item("対応分類名称", live).SetEnabled(true);
+    diary.Item("対応分類", live).SetValue(slot.対応分類);
+    diary.Item("対応分類名称", live).SetListIndex(slot.対応分類);
+}
+
+void SetPartyTabStops(DiaryContext& diary) {
+    const bool typed = diary.slot.相手先名称入力区分 != 0;
+    for (const char* item : {"相手先略称", "相手先郵便番号", "相手先住所A", "相手先住所B", "相手先住所C", "相手先名称A",
+                             "相手先名称B", "相手先電話", "相手先FAX"})
+        diary.Item(item).SetTabStop(typed);
+}
+
+}  // namespace
+
+void PaintScreen(DiaryContext& diary) {
+    const FillingScope filling(diary.state);
+    PaintKey(diary);
+    if (!diary.state.SlotGroupsPrepared) {
+        PrepareGroups(diary);
+        diary.state.SlotGroupsPrepared = true;
+    }
+    PressOptions(diary);
+    diary.Item("相手先区分").SetValue(diary.slot.相手先区分);
+    for (const SlotText& text : kPartyTexts)
+        diary.Item(text.name).SetText(diary.slot.*text.field);
+    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
+        PaintDocument(diary, kind);
+    diary.Item("営業活動摘要").SetText(diary.slot.営業活動摘要);
+    SetPartyTabStops(diary);
+}
+
+void RefreshScreen(DiaryContext& diary) {
+    PaintScreen(diary);
+    // Attachments belong to a stored slot only.
+    const bool stored = !diary.session.NewSlotMode;
+    diary.Item("btn_付属書類追加").SetEnabled(stored);
+    diary.Item("btn_フォルダ").SetEnabled(stored);
+    diary.Item("btn_付属書類削除").SetEnabled(false);
+}
+
+void ClearSlot(DiaryContext& diary) {
+    diary.state.InputHappened = false;
+    DefaultTimes(diary);
+    const QString weekday = diary.slot.営業活動曜日;
+    diary.slot = ActivitySlot();
+    diary.slot.営業活動曜日 = weekday;
+    diary.slot.相手先名称入力区分 = 1;
+    diary.state.LoadedSlotDate.clear();
+    diary.session.StaffCode.clear();
+    diary.session.NewSlotMode = true;
+}
+
+}  // namespace diary

@@ -1,0 +1,168 @@
+#include "diary/slot_saving.h"
+
+#include "diary/date_time_entry.h"
+#include "diary/slot_statements.h"
+#include "items/display_forms.h"
+#include "items/text_rules.h"
+
+namespace diary {
+
+using items::EscapeSqlText;
+using session::SessionContext;
+
+namespace {
+
+/// Collects columns and their values in the order of the insert.
+class InsertBuilder {
+  public:
+    explicit InsertBuilder(const QString& table) : table_(table) {}
+    void Quoted(const QString& column, const QString& value) { Bare(column, "'" + value + "'"); }
+    void Escaped(const QString& column, const QString& value) { Quoted(column, EscapeSqlText(value)); }
+    void Digit(const QString& column, int value) { Quoted(column, QString::number(value)); }
+    void Bare(const QString& column, const QString& value) {
+        columns_ << "[" + column + "]";
+        values_ << value;
+    }
+    QString Statement() const {
+        return "INSERT INTO [" + table_ + "] (" + columns_.join(u',') + ") VALUES (" + values_.join(u',') + ")";
+    }
+
+  private:
+    QString table_;
+    QStringList columns_, values_;
+};
+
+bool IsFreeText(const QString& column) {
+    static const QStringList freeTexts{"相手先略称",  "相手先住所A", "相手先住所B",     "相手先住所C",
+                                       "相手先名称A", "相手先名称B", "相手先御担当者名"};
+    return freeTexts.contains(column);
+}
+
+void AddKey(InsertBuilder& insert, const SessionContext& session) {
+    insert.Quoted(QStringLiteral("担当者コード"), session.StaffCode);
+    insert.Quoted(QStringLiteral("日付"), session.SlotDate);
+}
+
+void AddPlace(InsertBuilder& insert, const SessionContext& session, const ActivitySlot& slot) {
+    insert.Quoted(QStringLiteral("事業所コード"), session.SiteCode);
+    insert.Quoted(QStringLiteral("部門コード"), slot.部門コード);
+    insert.Quoted(QStringLiteral("セクションコード"), slot.セクションコード);
+}
+
+void AddDocuments(InsertBuilder& insert, const ActivitySlot& slot) {
+    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
+        const QString name = QString::fromUtf8(kDocumentKinds[kind]);
+        const DocumentLink& link = slot.documents[kind];
+        insert.Digit(name + "新規区分", link.新規区分);
+        insert.Quoted(name + "事業所コード", link.事業所コード);
+        insert.Quoted(name + "番号基準日付", link.番号基準日付);
+        insert.Quoted(name + "No", link.No);
+    }
+}
+
+QString HeaderInsertStatement(const SessionContext& session, const ActivitySlot& slot) {
+    InsertBuilder insert(QStringLiteral("T営業活動"));
+    AddKey(insert, session);
+    AddPlace(insert, session, slot);
+    insert.Quoted(QStringLiteral("営業活動備考"), QString());
+    insert.Quoted(QStringLiteral("伝票発行区分"), QStringLiteral("0"));
+    for (const char* column : {"承認日付", "承認者コード", "承認者備考", "承認区分"})
+        insert.Quoted(QString::fromUtf8(column), QString());
+    insert.Quoted(QStringLiteral("ユーザID"), UserStamp(session));
+    insert.Quoted(QStringLiteral("登録日付"), slot.登録日付);
+    insert.Quoted(QStringLiteral("更新日付"), QString());
+    return insert.Statement();
+}
+
+/// 1 inserted, 3 insert failed, 7 deleted, 6 delete failed.
+void KeepOutcome(ScreenState& state, int result, const char* message = "") {
+    state.LastSaveResult = result;
+    state.LastSaveMessage = QString::fromUtf8(message);
+}
+
+bool Insert(DiaryContext& diary, const QString& sql) {
+    const bool done = diary.data.ExecuteMain(sql, true);
+    if (done)
+        KeepOutcome(diary.state, 1);
+    else
+        KeepOutcome(diary.state, 3, "登録済です。登録できませんでした。");
+    return done;
+}
+
+void Delete(DiaryContext& diary, const QString& condition) {
+    if (diary.data.ExecuteMain("DELETE FROM T営業活動明細" + condition, true))
+        KeepOutcome(diary.state, 7);
+    else
+        KeepOutcome(diary.state, 6, "既に削除されています。削除できませんでした。");
+}
+
+void EnsureHeaderRow(DiaryContext& diary) {
+    const SessionContext& key = diary.session;
+    std::unique_ptr<store::Recordset> row;
+    if (diary.data.OpenMainRecordset(row, "SELECT * FROM T営業活動 WHERE T営業活動.担当者コード = '" + key.StaffCode +
+                                              "' AND T営業活動.日付 = '" + key.SlotDate + "'"))
+        return;
+    diary.slot.登録日付 = items::StampText(diary.clock.Now());
+    Insert(diary, HeaderInsertStatement(diary.session, diary.slot));
+}
+
+void DeleteDetailForUpdate(DiaryContext& diary) {
+    Delete(diary, StartKeyCondition(diary.session));
+}
+
+void InsertDetailRow(DiaryContext& diary) {
+    ActivitySlot& slot = diary.slot;
+    // Every save stamps 登録日付 anew, while 更新日付 keeps what was loaded: the rest of the suite reads them so.
+    slot.登録日付 = items::StampText(diary.clock.Now());
+    if (!Insert(diary, DetailInsertStatement(diary.session, slot))) return;
+    diary.phones.UpsertPhoneDirectory({slot.相手先電話, slot.相手先略称, slot.相手先郵便番号, slot.相手先住所A,
+                                       slot.相手先住所B, slot.相手先住所C, 1});
+}
+
+}  // namespace
+
+QString DetailInsertStatement(const SessionContext& session, const ActivitySlot& slot) {
+    InsertBuilder insert(QStringLiteral("T営業活動明細"));
+    AddKey(insert, session);
+    insert.Quoted(QStringLiteral("開始時刻"), session.StartTime);
+    insert.Quoted(QStringLiteral("終了時刻"), session.EndTime);
+    AddPlace(insert, session, slot);
+    insert.Digit(QStringLiteral("発信区分"), slot.発信区分);
+    insert.Digit(QStringLiteral("応対方法"), slot.応対方法);
+    insert.Digit(QStringLiteral("要件分類"), slot.要件分類);
+    insert.Digit(QStringLiteral("対応分類"), slot.対応分類);
+    insert.Digit(QStringLiteral("相手先区分"), slot.相手先区分);
+    for (const SlotText& text : kPartyTexts) {
+        const QString column = QString::fromUtf8(text.name);
+        // Codes and numbers go in as they stand, so a quote in one makes the statement fail; names are quoted safely.
+        if (IsFreeText(column))
+            insert.Escaped(column, slot.*text.field);
+        else
+            insert.Quoted(column, slot.*text.field);
+    }
+    insert.Digit(QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
+    AddDocuments(insert, slot);
+    insert.Escaped(QStringLiteral("営業活動摘要"), slot.営業活動摘要);
+    insert.Bare(QStringLiteral("活動時間"), QString::number(ActivityMinutes(session.StartTime, session.EndTime)));
+    insert.Quoted(QStringLiteral("承認日付"), slot.承認日付);
+    insert.Quoted(QStringLiteral("承認者コード"), slot.承認者コード);
+    insert.Digit(QStringLiteral("承認区分"), slot.承認区分);
+    insert.Quoted(QStringLiteral("ユーザID"), UserStamp(session));
+    insert.Quoted(QStringLiteral("登録日付"), slot.登録日付);
+    insert.Quoted(QStringLiteral("更新日付"), slot.更新日付);
+    return insert.Statement();
+}
+
+void WriteSlot(DiaryContext& diary) {
+    if (diary.session.NewSlotMode)
+        EnsureHeaderRow(diary);
+    else
+        DeleteDetailForUpdate(diary);
+    InsertDetailRow(diary);
+}
+
+void DeleteDetailExact(DiaryContext& diary) {
+    Delete(diary, ExactKeyCondition(diary.session));
+}
+
+}  // namespace diary

@@ -1,0 +1,138 @@
+#include "identity/pin_dialog.h"
+
+#include <QDir>
+
+#include "identity/stored_pin.h"
+#include "items/display_forms.h"
+#include "items/text_rules.h"
+
+namespace identity {
+
+using screen::Control;
+using screen::ControlKind;
+
+PinDialog::PinDialog(session::SessionContext& context, session::DataAccess& data, StaffIdentity& staff,
+                     screen::ScreenHost& host, const platform::Clock& clock)
+    : context_(context), data_(data), staff_(staff), host_(host), clock_(clock) {
+    Build();
+}
+
+void PinDialog::Build() {
+    struct Item {
+        const char* name;
+        const char* title;
+        ControlKind kind;
+    };
+    const Item items[] = {{"担当者コード", "コード", ControlKind::EntryField},
+                          {"担当者名", "担当者氏名", ControlKind::EntryField},
+                          {"暗証番号", "暗証番号", ControlKind::EntrySecret}};
+    for (const Item& item : items) {
+        Control& title = form_.Add(ControlKind::SSPanel, QStringLiteral("itm_ttl_") + item.name, item.title);
+        Control& entry = form_.Add(item.kind, item.name);
+        title.onClick = [&entry] { entry.Owner().SetFocus(entry); };
+    }
+    code_ = &form_.At(QStringLiteral("担当者コード"));
+    name_ = &form_.At(QStringLiteral("担当者名"));
+    pin_ = &form_.At(QStringLiteral("暗証番号"));
+    code_->maxLength = 5;
+    code_->enforcesMaxLength = true;
+    code_->use = pin_->use = screen::EntryUse::Code;
+    name_->readOnly = true;
+    name_->SetTabStop(false);
+    code_->onLostFocus = [this] { CodeLeft(); };
+    name_->onLostFocus = pin_->onLostFocus = [this] { FocusCodeIfEmpty(); };
+
+    form_.Add(ControlKind::SSCommand, QStringLiteral("btn_OK"), QStringLiteral("OK")).onClick = [this] { Confirm(); };
+    form_.Add(ControlKind::SSCommand, QStringLiteral("btn_キャンセル"), QStringLiteral("ｷｬﾝｾﾙ")).onClick = [this] {
+        context_.PinConfirmed = false;
+        host_.Unload(form_);
+    };
+    form_.onLoad = [this] { Load(); };
+    form_.onEscape = [this] { host_.CloseByFrame(form_); };
+}
+
+void PinDialog::ConfirmPin(const QString& caption) {
+    form_.SetCaption(caption);
+    host_.ShowModal(form_);
+}
+
+void PinDialog::Load() {
+    code_->SetText(QString());
+    name_->SetText(QString());
+    pin_->SetText(QString());
+    storedPin_.reset();
+    context_.RunningStaffCode.clear();
+    // A staff member whose login is known only confirms the PIN.
+    code_->SetEnabled(!ShowStaff("M担当者.ログインID = '" + context_.LoginUserId + "'"));
+}
+
+QString PinDialog::CurrentStaffCondition() const {
+    return " AND (M担当者.在籍区分 = '0' OR (M担当者.在籍区分 = '1' AND M担当者.退社日付 <>'' AND M担当者.退社日付 > "
+           "'" +
+           items::DateText(clock_.Now()) + "')) AND (M担当者.事業所コード = '" + context_.SiteCode +
+           "' OR M担当者.事業所コード = '" + items::ZeroMask(3) + "')";
+}
+
+bool PinDialog::ShowStaff(const QString& condition) {
+    std::unique_ptr<store::Recordset> row;
+    storedPin_.reset();
+    if (!data_.OpenMainRecordset(row, "SELECT M担当者.* FROM M担当者 WHERE " + condition + CurrentStaffCondition())) {
+        code_->SetText(QString());
+        name_->SetText(QString());
+        return false;
+    }
+    code_->SetText(row->Value(QStringLiteral("コード")).value_or(QString()));
+    name_->SetText(row->Value(QStringLiteral("氏名")).value_or(QString()));
+    if (const auto stored = row->Value(QStringLiteral("暗証番号")))
+        storedPin_ = DecodeStoredPin(*stored, PinKeyFile(context_.InstallRoot));
+    context_.RunningLoginId = row->Value(QStringLiteral("ログインID")).value_or(QString());
+    context_.RunningStaffAccessLevel = session::NumberColumn(*row, QStringLiteral("アクセス権限")).value_or(0);
+    for (int number = 0; number < 10; ++number)
+        context_.ClassPermit[static_cast<std::size_t>(number)] =
+            row->Value(ClassPermitColumn(number)).value_or(QStringLiteral("0"));
+    for (int operation = 0; operation < 8; ++operation)
+        context_.OperationPermits[static_cast<std::size_t>(operation)] =
+            row->Value(kOperationPermitColumns[operation]).value_or(QString());
+    return true;
+}
+
+void PinDialog::CodeLeft() {
+    const QString code = items::FormatToMask(code_->Text(), items::ZeroMask(5));
+    ShowStaff("M担当者.コード = '" + code + "'");
+}
+
+void PinDialog::FocusCodeIfEmpty() {
+    if (code_->Text().isEmpty()) form_.SetFocus(*code_);
+}
+
+void PinDialog::Confirm() {
+    const QString typed = pin_->Text().toUpper();
+    if (typed.size() <= 3)
+        Refuse(QStringLiteral("暗証番号を入力してください。"));
+    else if (OpensWith(DecodeStoredPin(context_.SitePrivilegePin, PinKeyFile(context_.InstallRoot)), typed) ||
+             OpensWith(storedPin_, typed))
+        Accept();
+    else
+        Refuse(QStringLiteral("暗証番号が違います。"));
+}
+
+bool PinDialog::OpensWith(const std::optional<QString>& pin, const QString& typed) const {
+    // The stored PIN is compared as it stands: one with small letters can't be typed.
+    return pin && *pin == typed;
+}
+
+void PinDialog::Accept() {
+    context_.RunningStaffCode = code_->Text();
+    staff_.StoreRunningStaffCode();
+    context_.PinConfirmed = true;
+    host_.Unload(form_);
+}
+
+void PinDialog::Refuse(const QString& message) {
+    context_.RunningStaffCode.clear();
+    context_.PinConfirmed = false;
+    host_.Tell(message);
+    form_.SetFocus(*pin_);
+}
+
+}  // namespace identity

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// File system operations on paths of either separator. Each result is true when it was done; nothing is thrown.
+namespace platform {
+
+/// The path with the platform's own separator throughout.
+QString NativePath(const QString& path);
+
+bool FileExists(const QString& path);
+bool FolderExists(const QString& path);
+/// Makes one folder; its parent must be there.
+bool MakeFolder(const QString& path);
+/// Copies a file; one that is there already stays and fails the copy.
+bool CopyFile(const QString& from, const QString& to);
+
+}  // namespace platform

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace platform {
+
+/// Names under which this process runs: the operating system's user and the computer. Each is cut at the first NUL and
+/// at 255 characters.
+struct MachineNames {
+    QString login;
+    QString computer;
+};
+
+/// Asks the operating system; what it doesn't tell stays empty.
+MachineNames ReadMachineNames();
+
+}  // namespace platform

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "session/session_context.h"
+#include "store/recordset.h"
+
+namespace session {
+
+/// Where the data layer reports what it did; the run history stands behind it.
+class StatementLog {
+  public:
+    virtual ~StatementLog() = default;
+    /// A statement that was to be logged ran.
+    virtual void WriteOutputHistory(const QString& sql) = 0;
+    /// Something failed; `text` tells what.
+    virtual void WriteErrorHistory(const QString& text) = 0;
+};
+
+/// All database traffic of the program. Statements are whole texts; a fault is trapped, written to the run history and
+/// told as false, so that a failed read looks like an empty result. Nothing is shown to the user from here.
+class DataAccess {
+  public:
+    DataAccess(SessionContext& context, StatementLog& log) : context_(context), log_(log) {}
+
+    /// Reads from the main database. True when there is a current row; the recordset is never null, at its end after a
+    /// fault or an empty result.
+    bool OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog = false);
+
+    /// Runs a statement on the main database. True when it ran.
+    bool ExecuteMain(const QString& sql, bool writeLog = false);
+
+    /// The same two on the configuration store. A failed statement on the run history itself isn't written to it.
+    bool OpenConfigRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql);
+    bool ExecuteConfig(const QString& sql);
+
+    /// ExecuteConfig that also leaves the statement in the run history when it ran.
+    bool ExecuteConfigLogged(const QString& sql);
+
+  private:
+    bool Read(store::Connection* connection, std::unique_ptr<store::Recordset>& recordset, const QString& sql,
+              store::Fault& fault);
+    bool Run(store::Connection* connection, const QString& sql, store::Fault& fault);
+    void LogConfigFault(const store::Fault& fault, const QString& sql);
+
+    SessionContext& context_;
+    StatementLog& log_;
+};
+
+/// A column's value as a whole number; nothing when it is Null.
+std::optional<int> NumberColumn(const store::Recordset& row, const QString& column);
+
+/// Takes a column into a field, unless it is Null: a Null leaves the field as it was.
+void TakeColumn(const store::Recordset& row, const QString& column, QString& field);
+void TakeColumn(const store::Recordset& row, const QString& column, int& field);
+
+}  // namespace session

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QString>
+
+#include "platform/machine.h"
+#include "screen/screen_host.h"
+#include "session/data_access.h"
+
+namespace session {
+
+/// Finds everything from the folder in which the program runs: the install root, the configuration store and, from it,
+/// the definition of the main database.
+class Environment {
+  public:
+    Environment(SessionContext& context, DataAccess& data, screen::ScreenHost& host, platform::MachineNames names)
+        : context_(context), data_(data), host_(host), names_(std::move(names)) {}
+
+    /// Finds the folders, opens the configuration store and loads both definition tables. `programFolder` is the folder
+    /// of the running program; "prgbin" or "prgsrc" in it marks the install root. False, with ConfigConnectionOpen
+    /// false, when there is no such folder, no store, or it can't be opened; only the last is told in a message.
+    bool SYB_OPEN(const QString& programFolder);
+
+    /// Closes and opens the configuration store anew, so that rows of other processes are seen. The result is
+    /// ConfigConnectionOpen.
+    bool DB_CLOSEOPEN();
+
+    /// Makes each missing folder along a path; a fault shows a message and the walk goes on. Returns the path.
+    QString EnsureFolderPath(const QString& path);
+
+  private:
+    bool FindFolders(const QString& programFolder);
+    bool OpenStore(const QString& connectionString, store::Fault& fault);
+    QString UserStoreConnectionString() const;
+    void LoadDatabaseDefinition();
+    void LoadOperatingEnvironment();
+    void LoadBackupSettings();
+    void ChooseUserFolders();
+    void PrepareUserFolders();
+    void CopyReportFiles();
+
+    SessionContext& context_;
+    DataAccess& data_;
+    screen::ScreenHost& host_;
+    platform::MachineNames names_;
+    QString prefix_;  ///< install root with its trailing separator
+};
+
+/// The row of the operating environment, in either of its readers.
+inline const QString kEnvironmentRowSql = QStringLiteral("SELECT * FROM 動作環境定義 WHERE 動作環境定義ID = '001'");
+
+}  // namespace session

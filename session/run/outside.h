@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include "platform/clock.h"
+#include "platform/machine.h"
+#include "screen/screen_host.h"
+
+namespace session {
+
+/// All that a run of the client is given from outside.
+struct Outside {
+    screen::ScreenHost& host;
+    const platform::Clock& clock;
+    platform::MachineNames names;
+    /// Folder of the running program; "prgbin" or "prgsrc" in it marks the install root.
+    QString programFolder;
+    /// The command line behind the program's name.
+    QString commandLineTail;
+};
+
+}  // namespace session

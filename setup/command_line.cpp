@@ -1,0 +1,188 @@
+#include "setup/command_line.h"
+
+#include <unistd.h>
+
+#include <QDir>
+#include <QTextStream>
+
+#include "platform/clock.h"
+#include "setup/check_tree.h"
+#include "setup/create_tree.h"
+#include "setup/pin_store.h"
+
+namespace setup {
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: katsudo-setup create --root DIR (--empty | --demo) [options]\n"
+    "       katsudo-setup pin --root DIR (--staff CODE | --privilege [--site CODE]) --pin TEXT\n"
+    "       katsudo-setup check --root DIR\n"
+    "       katsudo-setup --help | --version\n"
+    "\n"
+    "create  makes an installation: its folders, the environment and the main database.\n"
+    "  --empty          only the rows with which the client starts\n"
+    "  --demo           a made-up company with masters, documents and activity\n"
+    "  --staff N        staff members of the demo (1 to 99999; 40)\n"
+    "  --parties N      parties over the five kinds (0 to 1900000; 2000)\n"
+    "  --slots N        activity slots (0 to 100000000; three months of ordinary days)\n"
+    "  --documents N    of each of the six kinds (0 to 10000000; 300)\n"
+    "  --seed S         another made-up company for each number (1)\n"
+    "  --today YYYYMMDD the last day of the demo's activity (today)\n"
+    "  --force          replace the databases of an installation that is there\n"
+    "  --progress       show the progress even when standard error is no terminal\n"
+    "pin     stores the PIN of a staff member, or the privilege PIN: of one site, or of the company and all sites.\n"
+    "check   tells what is wrong with an installation; the exit code is 0 when nothing is.\n";
+
+/// A command line taken apart. `error` tells why that failed.
+struct Arguments {
+    QString command;
+    QHash<QString, QString> values;
+    QString error;
+
+    bool Has(const QString& name) const { return values.contains(name); }
+    std::optional<QString> Value(const QString& name) const {
+        return Has(name) ? std::optional(values.value(name)) : std::nullopt;
+    }
+};
+
+struct CommandOptions {
+    QStringList flags;
+    QStringList valued;
+};
+
+const QHash<QString, CommandOptions>& Commands() {
+    static const QHash<QString, CommandOptions> commands = {
+        {"create",
+         {{"--empty", "--demo", "--force", "--progress"},
+          {"--root", "--staff", "--parties", "--slots", "--documents", "--seed", "--today"}}},
+        {"pin", {{"--privilege"}, {"--root", "--staff", "--site", "--pin"}}},
+        {"check", {{}, {"--root"}}}};
+    return commands;
+}
+
+Arguments Parse(const QStringList& words) {
+    Arguments arguments;
+    arguments.command = words.value(0);
+    if (!Commands().contains(arguments.command)) {
+        arguments.error = words.isEmpty() ? "A command is missing." : "Unknown command: " + arguments.command;
+        return arguments;
+    }
+    const CommandOptions options = Commands().value(arguments.command);
+    for (qsizetype i = 1; i < words.size() && arguments.error.isEmpty(); ++i) {
+        const QString& word = words[i];
+        if (options.flags.contains(word))
+            arguments.values.insert(word, "");
+        else if (!options.valued.contains(word))
+            arguments.error = "Unknown option: " + word;
+        else if (++i >= words.size())
+            arguments.error = word + " needs a value.";
+        else
+            arguments.values.insert(word, words[i]);
+    }
+    if (arguments.error.isEmpty() && arguments.values.value("--root").isEmpty()) arguments.error = "--root is missing.";
+    return arguments;
+}
+
+void Say(FILE* file, const QString& text) {
+    QTextStream(file) << text;
+}
+
+// Reads a whole number within bounds; notes an error otherwise. An option that isn't given leaves the value.
+template <typename Number>
+void TakeNumber(Arguments& arguments, const QString& name, qint64 least, qint64 most, Number& number) {
+    const auto text = arguments.Value(name);
+    if (!text) return;
+    bool good = false;
+    const qint64 value = text->toLongLong(&good);
+    if (!good || value < least || value > most)
+        arguments.error = QString("%1 takes a number from %2 to %3.").arg(name).arg(least).arg(most);
+    else
+        number = Number(value);
+}
+
+DemoSizes TakeSizes(Arguments& arguments) {
+    DemoSizes sizes;
+    sizes.today = platform::SystemClock().Now().date();
+    TakeNumber(arguments, "--staff", 1, 99'999, sizes.staff);
+    TakeNumber(arguments, "--parties", 0, 1'900'000, sizes.parties);
+    TakeNumber(arguments, "--slots", 0, 100'000'000, sizes.activities);
+    TakeNumber(arguments, "--documents", 0, 10'000'000, sizes.documents);
+    TakeNumber(arguments, "--seed", 0, std::numeric_limits<qint64>::max(), sizes.seed);
+    if (const auto today = arguments.Value("--today")) {
+        sizes.today = QDate::fromString(*today, "yyyyMMdd");
+        if (!sizes.today.isValid()) arguments.error = "--today takes a date as YYYYMMDD.";
+    }
+    return sizes;
+}
+
+void ShowProgress(const QString& what, qint64 done, qint64 total) {
+    if (total == 0) return Say(stderr, what + "\n");
+    constexpr int kWidth = 30;
+    const int filled = total > 0 ? int(done * kWidth / total) : 0;
+    const QString bar = QString(filled, u'#') + QString(kWidth - filled, u'.');
+    Say(stderr, QString("\r%1 [%2] %3/%4").arg(what, -10).arg(bar).arg(done).arg(total));
+    if (done >= total) Say(stderr, "\n");
+}
+
+int UsageError(const QString& error) {
+    Say(stderr, error + "\n\n" + kUsage);
+    return 2;
+}
+
+// 0 for no problem, else the problem goes to standard error.
+int Finish(const QString& problem) {
+    if (problem.isEmpty()) return 0;
+    Say(stderr, problem + "\n");
+    return 1;
+}
+
+int Create(Arguments& arguments, const Tree& tree, const QString& programFolder) {
+    CreateOrder order;
+    order.tree = tree;
+    order.force = arguments.Has("--force");
+    order.clientFile = programFolder + "/katsudo-techo";
+    if (arguments.Has("--empty") == arguments.Has("--demo")) return UsageError("create takes --empty or --demo.");
+    const DemoSizes sizes = TakeSizes(arguments);
+    if (!arguments.error.isEmpty()) return UsageError(arguments.error);
+    if (arguments.Has("--demo")) order.demo = sizes;
+    if (arguments.Has("--progress") || isatty(STDERR_FILENO)) order.progress = ShowProgress;
+    const int code = Finish(CreateTree(order));
+    if (code == 0) Say(stdout, tree.root + " is ready.\n");
+    return code;
+}
+
+int SetPin(const Arguments& arguments, const Tree& tree) {
+    if (arguments.Has("--staff") == arguments.Has("--privilege"))
+        return UsageError("pin takes --staff or --privilege.");
+    if (arguments.Has("--site") && !arguments.Has("--privilege")) return UsageError("--site goes with --privilege.");
+    if (!arguments.Has("--pin")) return UsageError("--pin is missing.");
+    const PinOrder order{arguments.Value("--staff"), arguments.Value("--site"), *arguments.Value("--pin")};
+    const int code = Finish(StorePin(tree, order));
+    const QString warning = PinWarning(order.pin);
+    if (code == 0 && !warning.isEmpty()) Say(stderr, warning + "\n");
+    return code;
+}
+
+int Check(const Tree& tree) {
+    const QStringList wrong = CheckTree(tree);
+    for (const QString& sentence : wrong)
+        Say(stdout, sentence + "\n");
+    if (wrong.isEmpty()) Say(stdout, "Nothing is wrong with " + tree.root + ".\n");
+    return wrong.isEmpty() ? 0 : 1;
+}
+
+}  // namespace
+
+int RunSetup(const QStringList& words, const QString& programFolder) {
+    if (words.contains("--help")) {
+        Say(stdout, kUsage);
+        return 0;
+    }
+    Arguments arguments = Parse(words);
+    if (!arguments.error.isEmpty()) return UsageError(arguments.error);
+    const Tree tree{QDir(arguments.values.value("--root")).absolutePath()};
+    if (arguments.command == "create") return Create(arguments, tree, programFolder);
+    return arguments.command == "pin" ? SetPin(arguments, tree) : Check(tree);
+}
+
+}  // namespace setup

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <map>
+#include <memory>
+
+#include "session/schema.h"
+#include "store/bulk_writer.h"
+
+namespace setup {
+
+class StoreFill;
+
+/// Rows of one table, given by a fixed choice of its columns; all others take the empty text.
+class RowSink {
+  public:
+    /// Adds a row of the values of the chosen columns. After a fault nothing more is added.
+    void Add(const QStringList& values);
+
+  private:
+    friend class StoreFill;
+    RowSink(StoreFill& fill, store::BulkTable* table, QStringList blank, std::vector<int> places)
+        : fill_(fill), table_(table), row_(std::move(blank)), places_(std::move(places)) {}
+
+    StoreFill& fill_;
+    store::BulkTable* table_;
+    QStringList row_;
+    std::vector<int> places_;
+};
+
+/// A new store that is being filled. Faults are kept and told at the end, so that the fillers need not ask after each
+/// row.
+class StoreFill {
+  public:
+    /// Makes the file (an older one is replaced) with its tables, still without indexes.
+    StoreFill(const QString& path, const std::vector<session::Table>& tables);
+
+    /// The sink stays valid as long as this object.
+    RowSink& Rows(const QString& table, const QStringList& columns);
+    /// One row whose columns are named.
+    void AddRow(const QString& table, const QStringList& columns, const QStringList& values) {
+        Rows(table, columns).Add(values);
+    }
+
+    bool Failed() const { return !problem_.isEmpty(); }
+
+    /// Commits, makes the indexes, gathers the engine's statistics and closes the file. Gives the words of the first
+    /// fault; empty on success.
+    QString Finish();
+
+  private:
+    friend class RowSink;
+    void Note(bool done, const store::Fault& fault);
+    void Run(const QString& statement);
+    void CountRow();
+
+    QString path_;
+    std::vector<session::Table> tables_;
+    std::unique_ptr<store::BulkWriter> writer_;
+    std::map<QString, std::unique_ptr<RowSink>> sinks_;
+    int uncommitted_ = 0;
+    QString problem_;
+};
+
+}  // namespace setup

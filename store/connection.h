@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "store/recordset.h"
+
+namespace store {
+
+/// What went wrong in the last operation of a store: the engine's own number (0 when it gave none) and its words.
+struct Fault {
+    int number = 0;
+    QString description;
+};
+
+/// One open connection to a store. It takes statements in the program's one kind of SQL; the engine's dialect rewrites
+/// them on the way. Another process's lock is waited for. Nothing here throws.
+class Connection {
+  public:
+    virtual ~Connection() = default;
+
+    /// Runs a SELECT and reads its whole result, so that no read lock outlives the call.
+    /// Returns null on a fault and fills `fault`; an empty result is a recordset at its end.
+    virtual std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault) = 0;
+
+    /// Runs a statement that changes data. Returns false on a fault and fills `fault`; no row changed is a success.
+    virtual bool Execute(const QString& sql, Fault& fault) = 0;
+
+    /// Closes the connection; a later call of the other two is a fault.
+    virtual void Close() = 0;
+};
+
+/// Opens the store that `connectionString` names ("Provider=…;User ID=…;Password=…;Data Source=…;"; keys in any case,
+/// unknown keys ignored, a trailing semicolon allowed). The provider chooses the engine: "Microsoft.ACE.OLEDB.12.0",
+/// "Microsoft.Jet.OLEDB.4.0" and "SQLite" open an SQLite file at the data source; a relative path is read from
+/// `installRoot`, and either path separator will do. It never creates a file. An empty file, a file that is no store, a
+/// missing file and an unknown provider are failed opens.
+/// Returns null on a fault and fills `fault`.
+std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault);
+
+}  // namespace store

@@ -1,0 +1,57 @@
+#include <QDir>
+#include <array>
+
+#include "store/connection.h"
+#include "store/connection_string.h"
+#include "store/sqlite_connection.h"
+
+namespace store {
+namespace {
+
+using Opener = std::unique_ptr<Connection> (*)(const ConnectionString&, const QString& installRoot, Fault&);
+
+QString FilePath(const QString& dataSource, const QString& installRoot) {
+    // Stored paths may have been written on another platform.
+    QString path = dataSource;
+    path.replace(u'\\', u'/');
+    QString root = installRoot;
+    root.replace(u'\\', u'/');
+    return QDir::cleanPath(QDir(root).absoluteFilePath(path));
+}
+
+std::unique_ptr<Connection> OpenFile(const ConnectionString& parts, const QString& installRoot, Fault& fault) {
+    const QString source = parts.Value(QStringLiteral("Data Source"));
+    if (source.isEmpty()) {
+        fault = {0, QStringLiteral("接続文字列にデータソースがありません。")};
+        return nullptr;
+    }
+    return OpenSqliteConnection(FilePath(source, installRoot), fault);
+}
+
+struct Provider {
+    QLatin1String name;
+    Opener open;
+};
+
+// An engine joins the house here.
+constexpr std::array kProviders = {
+    Provider{QLatin1String("Microsoft.ACE.OLEDB.12.0"), OpenFile},
+    Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile},
+    Provider{QLatin1String("SQLite"), OpenFile},
+};
+
+}  // namespace
+
+std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault) {
+    const ConnectionString parts(connectionString);
+    const QString name = parts.Value(QStringLiteral("Provider"));
+    for (const Provider& provider : kProviders) {
+        if (name.compare(provider.name, Qt::CaseInsensitive) == 0) {
+            return provider.open(parts, installRoot, fault);
+        }
+    }
+    fault = {0, QStringLiteral("データベースのプロバイダ名が不明です: 「%1」").arg(name)};
+    return nullptr;
+}
+
+}  // namespace store

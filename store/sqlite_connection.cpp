@@ -1,0 +1,121 @@
+#include "store/sqlite_connection.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QVariant>
+
+#include "store/sqlite_dialect.h"
+#include "store/sqlite_file.h"
+
+namespace store {
+namespace {
+
+constexpr int kBusy = 5;
+// The engine's smallest page. It takes anything shorter for a new store.
+constexpr qint64 kSmallestStore = 512;
+
+Recordset::Row ReadRow(const QSqlQuery& query, int width) {
+    Recordset::Row row;
+    row.reserve(static_cast<std::size_t>(width));
+    for (int i = 0; i < width; ++i) {
+        const QVariant value = query.value(i);
+        row.push_back(value.isNull() ? std::nullopt : std::optional(value.toString()));
+    }
+    return row;
+}
+
+class SqliteConnection : public Connection {
+  public:
+    explicit SqliteConnection(std::unique_ptr<SqliteFile> file) : file_(std::move(file)) {}
+
+    std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault) override {
+        const auto rewritten = Prepare(sql, fault);
+        if (!rewritten) {
+            return nullptr;
+        }
+        QSqlQuery query = file_->NewQuery();
+        query.setForwardOnly(true);
+        return SqliteFile::Start(query, *rewritten, fault) ? ReadAll(query, fault) : nullptr;
+    }
+
+    bool Execute(const QString& sql, Fault& fault) override {
+        const auto rewritten = Prepare(sql, fault);
+        return rewritten && file_->Run(*rewritten, fault);
+    }
+
+    void Close() override { file_.reset(); }
+
+  private:
+    std::optional<QString> Prepare(const QString& sql, Fault& fault) const {
+        if (!file_) {
+            fault = {0, QStringLiteral("データベースの接続は閉じています。")};
+            return std::nullopt;
+        }
+        return ToSqlite(sql, fault);
+    }
+
+    // A result that is read half way would keep its read lock and make other processes' saves fail.
+    static std::unique_ptr<Recordset> ReadAll(QSqlQuery& query, Fault& fault) {
+        QStringList columns;
+        const QSqlRecord record = query.record();
+        for (int i = 0; i < record.count(); ++i) {
+            columns.append(record.fieldName(i));
+        }
+        std::vector<Recordset::Row> rows;
+        while (query.next()) {
+            rows.push_back(ReadRow(query, record.count()));
+        }
+        if (query.lastError().isValid()) {
+            fault = FaultOf(query.lastError());
+            return nullptr;
+        }
+        query.finish();
+        return std::make_unique<Recordset>(std::move(columns), std::move(rows));
+    }
+
+    std::unique_ptr<SqliteFile> file_;
+};
+
+Fault FileFault(const QString& path, const QString& what, int number = 0) {
+    return {number, QStringLiteral("%1: %2").arg(what, QDir::toNativeSeparators(path))};
+}
+
+bool LooksLikeFile(const QString& path, Fault& fault) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        fault = FileFault(path, QStringLiteral("データベースファイルがありません"));
+    } else if (!info.isFile()) {
+        fault = FileFault(path, QStringLiteral("データベースファイルではありません"));
+    } else if (info.size() == 0) {
+        fault = FileFault(path, QStringLiteral("データベースファイルが空です"));
+    } else if (info.size() < kSmallestStore) {
+        fault = FileFault(path, QStringLiteral("データベースファイルが壊れています"));
+    } else {
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fault) {
+    if (!LooksLikeFile(path, fault)) {
+        return nullptr;
+    }
+    Fault engine;
+    auto file = SqliteFile::Open(path, SqliteFile::Mode::Existing, engine);
+    // The engine opens any file; only a look inside tells that it is a store. A store that stays locked all the time is
+    // one nevertheless: its statements will say so themselves.
+    const bool good = file && (file->Run(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"), engine) ||
+                               (engine.number & 0xff) == kBusy);
+    if (!good) {
+        fault = FileFault(path, QStringLiteral("データベースファイルを開けません (%1)").arg(engine.description),
+                          engine.number);
+        return nullptr;
+    }
+    return std::make_unique<SqliteConnection>(std::move(file));
+}
+
+}  // namespace store

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+namespace scenario {
+
+/// A running katsudo-drive: one command in, one answer out.
+class DriverProcess {
+  public:
+    ~DriverProcess();
+
+    /// Starts the driver that lies beside the test program. False when it doesn't come up.
+    bool Start(const QStringList& arguments);
+
+    /// Sends a command and waits for its answer; an empty object when none comes.
+    QJsonObject Play(const QJsonObject& command);
+
+    /// Ends the input, as a killed program sees it, and waits for the end.
+    void EndInput();
+
+    bool Running() const { return process_.state() == QProcess::Running; }
+    QString ErrorOutput() { return QString::fromUtf8(process_.readAllStandardError()); }
+
+  private:
+    QProcess process_;
+};
+
+}  // namespace scenario

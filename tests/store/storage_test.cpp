@@ -1,0 +1,160 @@
+#include <QSqlDatabase>
+#include <chrono>
+#include <thread>
+
+#include "tests/store/store_fixture.h"
+
+namespace store {
+namespace {
+
+// What every engine must do. A new engine is one more line at the end of this file.
+class Storage : public testing::TestWithParam<Engine> {
+  protected:
+    void SetUp() override {
+        db_.Do("CREATE TABLE M担当者 (コード TEXT, 氏名 TEXT, 部門コード TEXT, SEQNo TEXT)");
+        db_.Do("CREATE TABLE M部門 (コード TEXT, 名称 TEXT)");
+        db_.Do("INSERT INTO [M担当者] ([コード], [氏名], [部門コード]) VALUES ('00002', '鈴木', '001')");
+        db_.Do("INSERT INTO M担当者 (コード, 氏名, 部門コード, SEQNo) VALUES ('00001', '佐藤', NULL, '')");
+        db_.Do("INSERT INTO M担当者 VALUES ('00003', '髙橋①', '009', '7')");
+        db_.Do("INSERT INTO M部門 VALUES ('001', '営業部')");
+    }
+
+    OpenStore db_{GetParam()};
+};
+
+TEST_P(Storage, ReadsRowsForwardOnly) {
+    Fault fault;
+    const auto rows = db_->Query("SELECT * FROM M担当者 ORDER BY コード", fault);
+    ASSERT_TRUE(rows);
+    EXPECT_EQ(rows->Columns(), (QStringList{"コード", "氏名", "部門コード", "SEQNo"}));
+    EXPECT_EQ(rows->Value("コード"), "00001") << "leading zeros stay";
+    EXPECT_EQ(rows->Value("部門コード"), std::nullopt);
+    EXPECT_EQ(rows->Value("SEQNo"), "") << "the empty text is not Null";
+    EXPECT_EQ(rows->Value("そんな列"), std::nullopt);
+    rows->MoveNext();
+    rows->MoveNext();
+    EXPECT_EQ(rows->Value("氏名"), "髙橋①");
+    rows->MoveNext();
+    EXPECT_TRUE(rows->Eof());
+    EXPECT_EQ(rows->Value("氏名"), std::nullopt);
+    rows->MoveNext();
+    EXPECT_TRUE(rows->Eof());
+}
+
+TEST_P(Storage, ColumnsAreReadByTheirBareNames) {
+    struct Case {
+        QString sql;
+        QString column;
+        QString value;
+    };
+    const std::vector<Case> cases = {
+        {"SELECT M担当者.氏名 FROM M担当者 WHERE M担当者.コード = '00002'", "氏名", "鈴木"},
+        {"SELECT [M担当者].[氏名] FROM [M担当者] WHERE [コード] = '00002'", "氏名", "鈴木"},
+        {"SELECT DISTINCT M担当者.氏名 FROM M担当者 WHERE コード = '00002' ORDER BY M担当者.氏名", "氏名", "鈴木"},
+        {"SELECT TOP 1 M担当者.*, M担当者.氏名 as 担当者名 FROM M担当者 ORDER BY コード DESC", "担当者名", "髙橋①"},
+        {"SELECT COUNT(*) AS 件数 FROM M担当者 WHERE コード <> '00001'", "件数", "2"},
+        {"SELECT M担当者.コード, M部門.コード, M部門.名称 AS 部門名 FROM M部門 RIGHT JOIN M担当者 "
+         "ON M部門.コード = M担当者.部門コード WHERE M担当者.コード = '00002'",
+         "コード", "00002"},
+        {"SELECT M担当者.*, M部門.名称 AS 部門名 FROM M部門, M担当者 "
+         "WHERE M部門.コード(+) = M担当者.部門コード AND M担当者.コード = '00002'",
+         "部門名", "営業部"},
+        {"SELECT x.氏名 FROM (SELECT M担当者.氏名 FROM M担当者 WHERE コード = '00002') x", "氏名", "鈴木"},
+    };
+    for (const auto& [sql, column, value] : cases) {
+        Fault fault;
+        const auto rows = db_->Query(sql, fault);
+        ASSERT_TRUE(rows) << sql.toStdString() << fault.description.toStdString();
+        EXPECT_EQ(rows->Value(column), value) << sql.toStdString();
+    }
+}
+
+TEST_P(Storage, ComparesTextsAsTheyAre) {
+    EXPECT_EQ(db_.Rows("SELECT コード FROM M担当者 WHERE コード >= '00002' ORDER BY コード"), "00002;00003");
+    EXPECT_EQ(db_.Rows("SELECT コード FROM M担当者 WHERE コード = '2'"), "") << "texts, not numbers";
+    db_.Do("INSERT INTO M部門 VALUES ('a', 'x')");
+    EXPECT_EQ(db_.Rows("SELECT 名称 FROM M部門 WHERE コード = 'A'"), "");
+}
+
+TEST_P(Storage, KeepsEveryCharacterOfAText) {
+    const QString text = QString::fromUtf8("O'Neil \"[TOP 1]\" (+) ? :a 𠮷〜 %_\r\n end  ");
+    QString quoted = text;
+    quoted.replace("'", "''");
+    db_.Do("INSERT INTO M部門 VALUES ('777', '" + quoted + "')");
+    Fault fault;
+    const auto rows = db_->Query("SELECT TOP 1 名称 FROM [M部門] WHERE 名称 = '" + quoted + "'", fault);
+    ASSERT_TRUE(rows && !rows->Eof()) << fault.description.toStdString();
+    EXPECT_EQ(rows->Value("名称"), text);
+}
+
+TEST_P(Storage, FaultsAreToldAndChangeNothing) {
+    const QStringList faulty = {
+        "SELECT * FROM 無い表",
+        "SELECT [無い列] FROM M担当者",
+        "UPDATE M担当者 SET 氏名 = 'O'Neil'",
+        "UPDATE M担当者 SET 氏名 = 'x",
+        "DELETE FROM M担当者; DELETE FROM M部門",
+        QString("DELETE FROM M担当者") + QChar(u'\0') + " WHERE コード = 'x'",
+        "UPDATE M担当者 SET 氏名 = ?",
+        "SELECT TOP 1 * FROM M担当者 WHERE",
+        "INSERT INTO M担当者 (コード) VALUES ('1', '2')",
+        "",
+    };
+    const QString before = db_.Rows("SELECT * FROM M担当者 ORDER BY コード");
+    for (const QString& sql : faulty) {
+        Fault fault;
+        EXPECT_FALSE(db_->Execute(sql, fault)) << sql.toStdString();
+        EXPECT_NE(fault.description, "") << sql.toStdString();
+        fault = {};
+        EXPECT_FALSE(db_->Query(sql, fault)) << sql.toStdString();
+        EXPECT_NE(fault.description, "") << sql.toStdString();
+    }
+    EXPECT_EQ(db_.Rows("SELECT * FROM M担当者 ORDER BY コード"), before);
+    Fault fault;
+    EXPECT_TRUE(db_->Execute("DELETE FROM M担当者 WHERE コード = 'x'", fault)) << "no row changed is no fault";
+}
+
+TEST_P(Storage, AClosedConnectionOnlyFaults) {
+    db_->Close();
+    db_->Close();
+    Fault fault;
+    EXPECT_FALSE(db_->Query("SELECT * FROM M担当者", fault));
+    EXPECT_NE(fault.description, "");
+    EXPECT_FALSE(db_->Execute("DELETE FROM M担当者", fault));
+    EXPECT_TRUE(QSqlDatabase::connectionNames().isEmpty()) << "nothing is left behind";
+}
+
+TEST_P(Storage, AReadResultHoldsNoLock) {
+    Fault fault;
+    const auto rows = db_->Query("SELECT * FROM M担当者", fault);
+    ASSERT_TRUE(rows && !rows->Eof());
+    const auto other = db_.Another();
+    EXPECT_TRUE(other->Execute("UPDATE M担当者 SET 氏名 = '新'", fault)) << fault.description.toStdString();
+    EXPECT_EQ(rows->Value("氏名"), "鈴木");
+    EXPECT_EQ(db_.Rows("SELECT DISTINCT 氏名 FROM M担当者"), "新") << "another's write is seen at once";
+}
+
+TEST_P(Storage, AnothersLockIsWaitedFor) {
+    const auto other = db_.Another();
+    Fault fault;
+    ASSERT_TRUE(other->Execute("BEGIN IMMEDIATE", fault));
+    ASSERT_TRUE(other->Execute("UPDATE M部門 SET 名称 = '先'", fault));
+    bool written = false;
+    Fault waited;
+    // A connection belongs to its thread, so the waiting one is opened there.
+    std::thread thread([&] {
+        const auto late = db_.Another();
+        written = late->Execute("UPDATE M部門 SET 名称 = 名称 || '後'", waited);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    EXPECT_TRUE(other->Execute("COMMIT", fault)) << fault.description.toStdString();
+    thread.join();
+    EXPECT_TRUE(written) << waited.description.toStdString();
+    EXPECT_EQ(db_.Rows("SELECT 名称 FROM M部門"), "先後");
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, Storage, testing::Values(Engine{"sqlite", MakeSqlite}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace store
