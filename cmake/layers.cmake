@@ -22,8 +22,33 @@ function(katsudo_layer FOLDER)
     endforeach()
     target_link_libraries(${NAME} ${SCOPE} Qt6::Core Qt6::Sql ${ARG_EXTRA})
     if(NOT ARG_WITH_GUI)
-        set_property(GLOBAL APPEND PROPERTY KATSUDO_CORE_LAYERS ${NAME})
+        set_property(GLOBAL APPEND PROPERTY KATSUDO_CORE_LAYERS ${FOLDER})
     endif()
+endfunction()
+
+# Refuses a core layer that links, itself or through another, a library that draws.
+function(katsudo_refuse_gui TARGET LAYER)
+    get_target_property(LIBRARIES ${TARGET} INTERFACE_LINK_LIBRARIES)
+    foreach(LIBRARY ${LIBRARIES})
+        if(LIBRARY MATCHES "Qt6::(Gui|Widgets|Test|OpenGL)")
+            message(FATAL_ERROR "The core layer ${LAYER} links ${LIBRARY} through ${TARGET}.")
+        elseif(LIBRARY MATCHES "^katsudo_")
+            katsudo_refuse_gui(${LIBRARY} ${LAYER})
+        endif()
+    endforeach()
+endfunction()
+
+# Checks all core layers: what they link now, and what they include at each build.
+function(katsudo_check_core)
+    get_property(LAYERS GLOBAL PROPERTY KATSUDO_CORE_LAYERS)
+    foreach(LAYER ${LAYERS})
+        string(REPLACE "/" "_" NAME katsudo_${LAYER})
+        katsudo_refuse_gui(${NAME} ${LAYER})
+    endforeach()
+    add_custom_target(core_has_no_gui ALL
+                      COMMAND ${CMAKE_COMMAND} -DROOT=${PROJECT_SOURCE_DIR} "-DLAYERS=${LAYERS}"
+                              -P ${PROJECT_SOURCE_DIR}/cmake/core_has_no_gui.cmake
+                      VERBATIM)
 endfunction()
 
 # katsudo_test(NAME FOLDER USES layer… EXTRA library…): one GoogleTest program of the sources of tests/FOLDER.

@@ -1,8 +1,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/layouts.h"
 #include "screen/form.h"

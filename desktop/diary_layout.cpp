@@ -59,6 +59,7 @@ QGridLayout* NewGroup(QVBoxLayout& column, QWidget* panel = nullptr, int stretch
 
 void AddTitle(WidgetShelf& shelf, QVBoxLayout& whole) {
     QHBoxLayout* row = NewRow();
+    row->setSpacing(10);
     if (QWidget* catcher = shelf.TakeAs("catcher", QStringLiteral("ヘッド終了"))) {
         catcher->setFixedSize(1, 1);
         row->addWidget(catcher);
@@ -103,11 +104,15 @@ void AddDateAndTime(WidgetShelf& shelf, QVBoxLayout& column) {
 
 void AddStaff(WidgetShelf& shelf, QVBoxLayout& column) {
     QGridLayout* grid = NewGroup(column);
-    const QStringList staff{"担当者", "部門", "セクション"};
-    for (int line = 0; line < staff.size(); ++line)
-        AddRow(shelf, *grid, line, QStringLiteral("btn_%1コード").arg(staff[line]),
-               {staff[line] + QStringLiteral("コード"), staff[line] + QStringLiteral("名*")});
-    grid->setColumnStretch(1, 1);
+    const QStringList kinds{"担当者", "部門", "セクション"};
+    for (int line = 0; line < kinds.size(); ++line) {
+        const QString& kind = kinds[line];
+        if (QWidget* pick = shelf.Take(QStringLiteral("btn_%1コード").arg(kind))) grid->addWidget(pick, line, 0);
+        QWidget* code = shelf.Take(kind + QStringLiteral("コード"));
+        if (code) grid->addWidget(code, line, 1, Qt::AlignLeft);
+        if (QWidget* name = shelf.Take(kind + QStringLiteral("名"))) grid->addWidget(name, line, 2);
+    }
+    grid->setColumnStretch(2, 1);
 }
 
 void AddCounterparty(WidgetShelf& shelf, QVBoxLayout& column) {

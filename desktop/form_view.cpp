@@ -76,9 +76,15 @@ void FormView::MakeWidgets() {
 }
 
 void FormView::FitToDisplay() {
-    QSize size = content_->sizeHint() + QSize(2, 2);
+    // A size told before the style sheet is applied would be too small for it.
+    for (QWidget* widget : findChildren<QWidget*>())
+        widget->ensurePolished();
+    content_->layout()->invalidate();
+    content_->layout()->activate();
+    QSize size = content_->sizeHint().expandedTo(content_->minimumSize()) + QSize(2, 2);
     if (const QScreen* display = QWidget::screen()) size = size.boundedTo(display->availableSize());
     resize(size);
+    if (const QWidget* below = parentWidget()) move(below->geometry().center() - rect().center());
 }
 
 void FormView::Detach() {

@@ -5,9 +5,6 @@
 
 #include "desktop/control_widget.h"
 
-class QHBoxLayout;
-class QTabWidget;
-
 namespace desktop {
 
 /// The widgets of a form on their way into a layout. A layout takes those it knows by name; what nobody took is laid

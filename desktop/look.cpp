@@ -63,6 +63,12 @@ QLabel[role="notice"] { color: #b3261e; font-weight: bold; background: #ffffff; 
     border-radius: 3px; padding: 1px 8px; }
 QLabel[role="panel"] { background: #ffffff; border: 1px solid #b8c3ce; border-radius: 3px; padding: 2px 8px; }
 QLabel[role="panel"]:hover { border-color: #2f6fb4; }
+QScrollBar { background: #dfe5ea; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: #a3b1bf; border-radius: 4px; min-height: 24px; min-width: 24px; margin: 2px; }
+QScrollBar::handle:hover { background: #7f92a5; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 )";
 
 }  // namespace

@@ -88,7 +88,7 @@ void FocusMissingItem(DiaryContext& diary, int number) {
 void FocusByItemName(DiaryContext& diary, const QString& name) {
     if (name.isEmpty()) return;
     if (diary.state.ActiveEntryControl && diary.state.ActiveEntryControl->Name() == name) return;
-    if (GatedItems().contains(name) || name == QLatin1String("ヘッド終了")) FocusControl(diary, diary.Item(name));
+    if (GatedItems().contains(name) || name == QStringLiteral("ヘッド終了")) FocusControl(diary, diary.Item(name));
 }
 
 bool FocusGate(DiaryContext& diary, int level, const QString& name, int order) {

@@ -210,9 +210,9 @@ void BuildScreenItems(Form& form) {
     AddCatcher(form, "ヘッド終了");
     AddDateAndTime(form);
     AddStaff(form);
-    AddClassification(form);
     AddCounterparty(form);
     AddContact(form);
+    AddClassification(form);
     AddDocuments(form);
     AddDetailPages(form);
     AddTitleAndCommands(form);

@@ -33,7 +33,7 @@ void TakeRow(const store::Recordset& row, ActivitySlot& slot, bool withDeal) {
     for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
         const QString name = QString::fromUtf8(kDocumentKinds[kind]);
         // Payments are written with a slot but never shown by a load.
-        if (name == QLatin1String("出金") || (name == QLatin1String("案件") && !withDeal)) continue;
+        if (name == QStringLiteral("出金") || (name == QStringLiteral("案件") && !withDeal)) continue;
         TakeDocument(row, name, slot.documents[kind]);
     }
     TakeColumn(row, QStringLiteral("営業活動摘要"), slot.営業活動摘要);

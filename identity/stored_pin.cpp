@@ -22,9 +22,10 @@ const unsigned char* Bytes(const QByteArray& bytes) {
     return reinterpret_cast<const unsigned char*>(bytes.constData());
 }
 
+// The last character has bits that carry nothing; a text that differs there only is refused all the same.
 std::optional<QByteArray> FromBase64(const QByteArray& text) {
     auto decoded = QByteArray::fromBase64Encoding(text, QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded) return std::nullopt;
+    if (!decoded || decoded.decoded.toBase64() != text) return std::nullopt;
     return std::move(decoded.decoded);
 }
 

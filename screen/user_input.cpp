@@ -80,11 +80,11 @@ bool UserFocus(Control& control) {
 
 QString AcceptedText(const Control& control, const QString& typed) {
     QString text = typed;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
     if (control.Kind() == ControlKind::EntryMemo)
         text.replace(u'\n', QStringLiteral("\r\n"));
     else
-        text.remove(u'\n').remove(u'\r');
+        text.remove(u'\n');
     if (control.use == EntryUse::Code) text = items::FoldFullWidthDigits(text);
     if (control.enforcesMaxLength && control.maxLength > 0) text = items::TruncateToBytes(text, control.maxLength);
     return text;

@@ -8,20 +8,55 @@ namespace setup {
 namespace {
 
 constexpr int kRowsOfATransaction = 250'000;
+constexpr int kRowsOfAStatement = 100;
+
+void AppendQuoted(QString& sql, const QString& value) {
+    sql += u'\'';
+    if (value.contains(u'\''))
+        sql += QString(value).replace("'", "''");
+    else
+        sql += value;
+    sql += u'\'';
+}
 
 }  // namespace
 
+RowSink::RowSink(StoreFill& fill, const QString& table, const QStringList& columns)
+    : fill_(fill), width_(columns.size()) {
+    QStringList all = columns;
+    const session::Table* description = session::FindTable(table);
+    for (const QString& column : description ? description->ColumnNames() : QStringList())
+        if (!columns.contains(column)) {
+            all << column;
+            blanks_ += ",''";
+        }
+    head_ = QString("INSERT INTO [%1] ([%2]) VALUES ").arg(table, all.join("],["));
+}
+
+// Binding dozens of values a row costs the driver several times what the engine needs to read them as text, so the rows
+// go in as text, many to a statement.
 void RowSink::Add(const QStringList& values) {
     if (fill_.Failed()) return;
-    if (values.size() != qsizetype(places_.size())) {
-        fill_.Note(false, {0, QString("%1 values for %2 columns").arg(values.size()).arg(places_.size())});
+    if (values.size() != width_) {
+        fill_.Note(false, {0, QString("%1 values for %2 columns").arg(values.size()).arg(width_)});
         return;
     }
-    for (qsizetype i = 0; i < values.size(); ++i)
-        row_[places_[i]] = values[i];
-    store::Fault fault;
-    fill_.Note(table_->Append(row_, fault), fault);
-    fill_.CountRow();
+    pending_ += pendingRows_ == 0 ? head_ : QString(",");
+    QChar before = u'(';
+    for (const QString& value : values) {
+        pending_ += before;
+        AppendQuoted(pending_, value);
+        before = u',';
+    }
+    pending_ += blanks_ + u')';
+    if (++pendingRows_ >= kRowsOfAStatement) Flush();
+}
+
+void RowSink::Flush() {
+    if (pendingRows_ == 0) return;
+    fill_.Run(pending_);
+    fill_.CountRows(std::exchange(pendingRows_, 0));
+    pending_.resize(0);
 }
 
 StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tables) : path_(path), tables_(tables) {
@@ -42,25 +77,13 @@ StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tab
 
 RowSink& StoreFill::Rows(const QString& table, const QStringList& columns) {
     auto& sink = sinks_[table + "/" + columns.join(u',')];
-    if (sink) return *sink;
-    const session::Table* description = session::FindTable(table);
-    const QStringList all = description ? description->ColumnNames() : columns;
-    std::vector<int> places;
-    for (const QString& column : columns) {
-        places.push_back(int(all.indexOf(column)));
-        if (places.back() < 0) Note(false, {0, table + " has no column " + column});
-    }
-    store::BulkTable* bulk = nullptr;
-    if (!Failed()) {
-        store::Fault fault;
-        bulk = writer_->Table(table, all, fault);
-        Note(bulk != nullptr, fault);
-    }
-    sink.reset(new RowSink(*this, bulk, QStringList(all.size(), QString("")), std::move(places)));
+    if (!sink) sink.reset(new RowSink(*this, table, columns));
     return *sink;
 }
 
 QString StoreFill::Finish() {
+    for (const auto& [key, sink] : sinks_)
+        sink->Flush();
     store::Fault fault;
     if (!Failed()) Note(writer_->Commit(fault), fault);
     for (const session::Table& table : tables_)
@@ -81,8 +104,9 @@ void StoreFill::Run(const QString& statement) {
     if (!Failed()) Note(writer_->Run(statement, fault), fault);
 }
 
-void StoreFill::CountRow() {
-    if (Failed() || ++uncommitted_ < kRowsOfATransaction) return;
+void StoreFill::CountRows(int rows) {
+    uncommitted_ += rows;
+    if (Failed() || uncommitted_ < kRowsOfATransaction) return;
     uncommitted_ = 0;
     store::Fault fault;
     Note(writer_->Commit(fault) && writer_->Begin(fault), fault);

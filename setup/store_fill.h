@@ -20,13 +20,15 @@ class RowSink {
 
   private:
     friend class StoreFill;
-    RowSink(StoreFill& fill, store::BulkTable* table, QStringList blank, std::vector<int> places)
-        : fill_(fill), table_(table), row_(std::move(blank)), places_(std::move(places)) {}
+    RowSink(StoreFill& fill, const QString& table, const QStringList& columns);
+    void Flush();
 
     StoreFill& fill_;
-    store::BulkTable* table_;
-    QStringList row_;
-    std::vector<int> places_;
+    QString head_;
+    qsizetype width_;
+    QString blanks_;  // the values of the columns that weren't chosen, ready for the statement
+    QString pending_;
+    int pendingRows_ = 0;
 };
 
 /// A new store that is being filled. Faults are kept and told at the end, so that the fillers need not ask after each
@@ -53,7 +55,7 @@ class StoreFill {
     friend class RowSink;
     void Note(bool done, const store::Fault& fault);
     void Run(const QString& statement);
-    void CountRow();
+    void CountRows(int rows);
 
     QString path_;
     std::vector<session::Table> tables_;

@@ -13,6 +13,8 @@ namespace store {
 namespace {
 
 constexpr int kBusy = 5;
+constexpr int kPatience = 20000;   // milliseconds, as the file is opened with
+constexpr int kImpatience = 1000;
 // The engine's smallest page. It takes anything shorter for a new store.
 constexpr qint64 kSmallestStore = 512;
 
@@ -37,12 +39,17 @@ class SqliteConnection : public Connection {
         }
         QSqlQuery query = file_->NewQuery();
         query.setForwardOnly(true);
-        return SqliteFile::Start(query, *rewritten, fault) ? ReadAll(query, fault) : nullptr;
+        auto rows = SqliteFile::Start(query, *rewritten, fault) ? ReadAll(query, fault) : nullptr;
+        query.finish();
+        KeepPatience(rows != nullptr, fault);
+        return rows;
     }
 
     bool Execute(const QString& sql, Fault& fault) override {
         const auto rewritten = Prepare(sql, fault);
-        return rewritten && file_->Run(*rewritten, fault);
+        const bool done = rewritten && file_->Run(*rewritten, fault);
+        if (rewritten) KeepPatience(done, fault);
+        return done;
     }
 
     void Close() override { file_.reset(); }
@@ -54,6 +61,16 @@ class SqliteConnection : public Connection {
             return std::nullopt;
         }
         return ToSqlite(sql, fault);
+    }
+
+    // Who waited in vain for a lock once has waited enough: until a statement gets through again the next ones give up
+    // soon, so that a store that stays locked doesn't hold the user for twenty seconds a statement.
+    void KeepPatience(bool done, const Fault& fault) {
+        const bool wanted = done || (fault.number & 0xff) != kBusy;
+        if (wanted == patient_) return;
+        patient_ = wanted;
+        Fault unused;
+        file_->Run(QStringLiteral("PRAGMA busy_timeout = %1").arg(patient_ ? kPatience : kImpatience), unused);
     }
 
     // A result that is read half way would keep its read lock and make other processes' saves fail.
@@ -76,6 +93,7 @@ class SqliteConnection : public Connection {
     }
 
     std::unique_ptr<SqliteFile> file_;
+    bool patient_ = true;
 };
 
 Fault FileFault(const QString& path, const QString& what, int number = 0) {

@@ -13,7 +13,8 @@ namespace {
 QStringList ScenarioFiles() {
     QStringList files;
     QDirIterator found(QStringLiteral(KATSUDO_SCENARIOS), {"*.jsonl"}, QDir::Files, QDirIterator::Subdirectories);
-    while (found.hasNext()) files << found.next();
+    while (found.hasNext())
+        files << found.next();
     files.sort();
     return files;
 }
@@ -51,7 +52,8 @@ TEST_P(Scenario, GivesTheSameAnswersWithAndWithoutWindows) {
 
 std::vector<std::string> Parameters() {
     std::vector<std::string> files;
-    for (const QString& file : ScenarioFiles()) files.push_back(file.toStdString());
+    for (const QString& file : ScenarioFiles())
+        files.push_back(file.toStdString());
     return files;
 }
 

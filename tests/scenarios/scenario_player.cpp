@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QJsonDocument>
 
+#include "setup/command_line.h"
 #include "tests/scenarios/office.h"
 
 namespace scenario {
@@ -63,39 +65,111 @@ void ScenarioPlayer::Play(const QString& file) {
         SCOPED_TRACE(QStringLiteral("%1:%2 %3").arg(file).arg(number).arg(QString::fromUtf8(line)).toStdString());
         const QJsonDocument document = QJsonDocument::fromJson(line);
         ASSERT_TRUE(document.isObject()) << "not a JSON object";
+        CheckCarriedOut(document.object());
         PlayLine(document.object());
     }
+    CheckCarriedOut({});
 }
 
-void ScenarioPlayer::Start(const QJsonObject& with) {
-    driver_ = std::make_unique<DriverProcess>();
+void ScenarioPlayer::CheckCarriedOut(const QJsonObject& line) {
+    if (!unchecked_) return;
+    unchecked_ = false;
+    const bool refusalExpected = line["expect"].toObject().value("ok") == QJsonValue(false);
+    if (!refusalExpected && !answers_.back()["ok"].toBool())
+        ADD_FAILURE() << "the command before was refused: " << answers_.back()["error"].toString().toStdString();
+}
+
+void ScenarioPlayer::Start(const QString& client, const QJsonObject& with) {
+    auto driver = std::make_unique<DriverProcess>();
     QStringList arguments{"--root", root_};
     for (auto option = with.begin(); option != with.end(); ++option)
         arguments << "--" + option.key() << option.value().toString();
     if (window_) arguments << "--window";
-    ASSERT_TRUE(driver_->Start(arguments));
+    ASSERT_TRUE(driver->Start(arguments));
+    drivers_[client] = std::move(driver);
+}
+
+void ScenarioPlayer::Command(const QString& client, const QJsonObject& command) {
+    const auto driver = drivers_.find(client);
+    ASSERT_NE(driver, drivers_.end()) << "no client was started";
+    answers_.push_back(driver->second->Play(command));
+    unchecked_ = true;
+    ASSERT_FALSE(answers_.back().isEmpty())
+        << "no answer; error output: " << driver->second->ErrorOutput().toStdString();
+}
+
+void ScenarioPlayer::Enter(const QString& client, const QJsonArray& gestures) {
+    for (const QJsonValue& gesture : gestures) {
+        const QStringList item = gesture[0].toString().split(u':');
+        const QJsonValue value = gesture.toArray().size() > 1 ? gesture[1] : QJsonValue(QJsonValue::Undefined);
+        QJsonObject command{{"item", item[0]}, {"do", value.isNull() ? "click" : value.isDouble() ? "set" : "focus"}};
+        if (item.size() > 1) command["index"] = item[1].toInt();
+        if (value.isDouble()) command["value"] = value;
+        Command(client, command);
+        if (value.isString()) {
+            ASSERT_EQ(answers_.back()["focus"].toString().toStdString(), item[0].toStdString())
+                << Text(answers_.back());
+            Command(client, {{"do", "type"}, {"text", value}});
+        }
+        ASSERT_TRUE(answers_.back()["ok"].toBool()) << item[0].toStdString() << ": " << Text(answers_.back());
+    }
+}
+
+void ScenarioPlayer::RunSetup(const QJsonArray& words) const {
+    QStringList arguments;
+    for (const QJsonValue& word : words)
+        arguments << word.toString();
+    arguments << "--root" << root_;
+    EXPECT_EQ(setup::RunSetup(arguments, QCoreApplication::applicationDirPath()), 0);
+}
+
+void ScenarioPlayer::WriteFile(const QString& path, const QJsonValue& text) const {
+    QFile file(root_ + "/" + path);
+    if (text.isNull()) {
+        EXPECT_TRUE(file.remove());
+        return;
+    }
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
+    file.write(text.toString().toUtf8());
+}
+
+void ScenarioPlayer::CheckAbsent(const QJsonArray& paths) const {
+    for (const QJsonValue& path : paths)
+        EXPECT_FALSE(QFile::exists(root_ + "/" + path.toString())) << path.toString().toStdString();
+}
+
+void ScenarioPlayer::CheckStored(const QJsonObject& line) const {
+    QString problem;
+    const QJsonArray rows = Select(root_, line["store"].toString(), line["select"].toString(), problem);
+    EXPECT_EQ(problem, QString());
+    EXPECT_EQ(Difference(line["rows"], rows, "rows").toStdString(), "") << Text(rows);
 }
 
 void ScenarioPlayer::PlayLine(const QJsonObject& line) {
+    const QString client = line["as"].toString();
     if (line.contains("start")) {
-        Start(line["start"].toObject());
+        Start(client, line["start"].toObject());
     } else if (line.contains("kill")) {
-        driver_->EndInput();
+        drivers_.erase(client);
+    } else if (line.contains("setup")) {
+        RunSetup(line["setup"].toArray());
+    } else if (line.contains("file")) {
+        WriteFile(line["file"].toString(), line["text"]);
+    } else if (line.contains("absent")) {
+        CheckAbsent(line["absent"].toArray());
     } else if (line.contains("execute")) {
         EXPECT_EQ(Execute(root_, line["store"].toString(), line["execute"].toString()), QString());
     } else if (line.contains("select")) {
-        QString problem;
-        const QJsonArray rows = Select(root_, line["store"].toString(), line["select"].toString(), problem);
-        EXPECT_EQ(problem, QString());
-        EXPECT_EQ(Difference(line["rows"], rows, "rows").toStdString(), "") << Text(rows);
+        CheckStored(line);
     } else if (line.contains("expect")) {
         ASSERT_FALSE(answers_.empty());
         EXPECT_EQ(Difference(line["expect"], answers_.back()).toStdString(), "");
+    } else if (line.contains("enter")) {
+        Enter(client, line["enter"].toArray());
     } else {
-        ASSERT_TRUE(driver_) << "no client was started";
-        answers_.push_back(driver_->Play(line));
-        ASSERT_FALSE(answers_.back().isEmpty())
-            << "no answer; error output: " << driver_->ErrorOutput().toStdString();
+        QJsonObject command = line;
+        command.remove("as");
+        Command(client, command);
     }
 }
 

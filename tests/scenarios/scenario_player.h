@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QString>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -12,13 +13,21 @@ namespace scenario {
 /// Plays one scenario file on a tree of its own. A file is a list of lines, one JSON object each ("#" begins a remark):
 ///
 ///   {"execute":SQL,"store":"data"|"conf"}      a row set up beforehand, or what another program does meanwhile
+///   {"setup":["pin",…]}                        runs katsudo-setup on the tree; it must do its work
+///   {"file":PATH,"text":…}                     writes a file of the tree, or takes it away with "text":null
+///   {"absent":[PATH,…]}                        files that must not be there
 ///   {"start":{"now":…,"login":…,"tail":…}}     starts the client; the one before must have ended
 ///   {"do":…}                                   a command of the driver
+///   {"enter":[[ITEM,VALUE],…]}                 gestures in a row: a text is typed into the item, a number set in it,
+///                                              null clicks it, [ITEM] alone gives it the focus; ITEM:INDEX is a
+///                                              member of an array
 ///   {"expect":{…}}                             what the last answer must hold, at least
 ///   {"select":SQL,"store":…,"rows":[[…]]}      what must be stored
 ///   {"kill":true}                              the client is killed
 ///
-/// A value of an expect or a row that is the text "~" stands for any value, "~TEXT" for a text that holds TEXT.
+/// A command must be carried out ("ok":true), unless the next line expects its refusal. "as":NAME beside start, do,
+/// enter, expect and kill names a further client on the same tree. A value of an expect or a row that is the text "~"
+/// stands for any value, "~TEXT" for a text that holds TEXT.
 class ScenarioPlayer {
   public:
     ScenarioPlayer(QString root, bool window) : root_(std::move(root)), window_(window) {}
@@ -31,12 +40,21 @@ class ScenarioPlayer {
 
   private:
     void PlayLine(const QJsonObject& line);
-    void Start(const QJsonObject& with);
+    void Start(const QString& client, const QJsonObject& with);
+    void Command(const QString& client, const QJsonObject& command);
+    void Enter(const QString& client, const QJsonArray& gestures);
+    void RunSetup(const QJsonArray& words) const;
+    void WriteFile(const QString& path, const QJsonValue& text) const;
+    void CheckAbsent(const QJsonArray& paths) const;
+    void CheckStored(const QJsonObject& line) const;
+    /// Fails the test when the last command was refused and `line` doesn't expect it.
+    void CheckCarriedOut(const QJsonObject& line);
 
     QString root_;
     bool window_;
-    std::unique_ptr<DriverProcess> driver_;
+    std::map<QString, std::unique_ptr<DriverProcess>> drivers_;
     std::vector<QJsonObject> answers_;
+    bool unchecked_ = false;  ///< the last answer hasn't been looked at
 };
 
 /// Where `actual` lacks something that `expected` asks for, as a path and both values; empty when it holds all.

@@ -45,7 +45,7 @@ TEST(StoredPin, AKeyIsNeverMadeAnew) {
 QStringList Pins(const Tree& tree) {
     QStringList pins;
     for (const QString sql : {"SELECT 暗証番号 FROM M担当者 WHERE コード < '00003' ORDER BY コード",
-                               "SELECT 特権暗証番号 FROM Mユーザ", "SELECT 特権暗証番号 FROM M事業所 ORDER BY コード"})
+                              "SELECT 特権暗証番号 FROM Mユーザ", "SELECT 特権暗証番号 FROM M事業所 ORDER BY コード"})
         for (const QString& stored : Rows(tree, sql))
             pins << DecodeStoredPin(stored, tree.PinKey()).value_or("-");
     return pins;
