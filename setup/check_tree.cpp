@@ -127,9 +127,10 @@ void CheckClasses(store::Connection& main, QStringList& wrong) {
 
 }  // namespace
 
-QStringList CheckTree(const Tree& tree) {
-    if (!QFileInfo(tree.root).isDir()) return {"There is no folder " + tree.root + "."};
-    QStringList wrong;
+TreeReport CheckTree(const Tree& tree) {
+    if (!QFileInfo(tree.root).isDir()) return {{"There is no folder " + tree.root + "."}, {}};
+    TreeReport report;
+    QStringList& wrong = report.wrong;
     CheckFolders(tree, wrong);
     OpenTree open = OpenStores(tree);
     if (!open.problem.isEmpty()) wrong << open.problem;
@@ -143,10 +144,10 @@ QStringList CheckTree(const Tree& tree) {
         CheckTables(*open.main, session::MainTables(), wrong);
         CheckCompany(tree, *open.main, wrong);
         CheckSites(open, wrong);
-        CheckClasses(*open.main, wrong);
+        CheckClasses(*open.main, report.unfinished);
     }
     wrong.removeDuplicates();
-    return wrong;
+    return report;
 }
 
 }  // namespace setup

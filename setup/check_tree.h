@@ -6,7 +6,13 @@
 
 namespace setup {
 
-/// Everything that is wrong with a tree, a sentence each; empty when all is well. Changes nothing.
-QStringList CheckTree(const Tree& tree);
+/// What a look at a tree finds, a sentence each.
+struct TreeReport {
+    QStringList wrong;       ///< the client can't work so
+    QStringList unfinished;  ///< the client starts, but a slot can't be registered until these rows are entered
+};
+
+/// Looks at folders, stores, tables and rows. Changes nothing.
+TreeReport CheckTree(const Tree& tree);
 
 }  // namespace setup

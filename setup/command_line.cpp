@@ -164,9 +164,11 @@ int SetPin(const Arguments& arguments, const Tree& tree) {
 }
 
 int Check(const Tree& tree) {
-    const QStringList wrong = CheckTree(tree);
+    const auto [wrong, unfinished] = CheckTree(tree);
     for (const QString& sentence : wrong)
         Say(stdout, sentence + "\n");
+    for (const QString& sentence : unfinished)
+        Say(stdout, "Still to be entered: " + sentence + "\n");
     if (wrong.isEmpty()) Say(stdout, "Nothing is wrong with " + tree.root + ".\n");
     return wrong.isEmpty() ? 0 : 1;
 }

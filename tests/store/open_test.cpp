@@ -145,26 +145,15 @@ TEST(Create, NeverTouchesAFileThatIsThere) {
 
 TEST(Bulk, WritesWhatTheConnectionReads) {
     OpenStore db;
-    db.Do("CREATE TABLE T (コード TEXT PRIMARY KEY, 分 INTEGER, 備考 TEXT, 固定 TEXT)");
-    db.Do("CREATE TABLE U (a TEXT)");
+    db.Do("CREATE TABLE T (コード TEXT PRIMARY KEY)");
     Fault fault;
     const auto writer = BulkWriter::Open(db.Path(), fault);
     ASSERT_TRUE(writer) << fault.description.toStdString();
-    auto* first = writer->Table("T", {"コード", "分", "備考"}, fault, {{"固定", "it's ? fixed"}});
-    auto* second = writer->Table("U", {"a"}, fault);
-    ASSERT_TRUE(first && second) << fault.description.toStdString();
     ASSERT_TRUE(writer->Begin(fault));
-    for (int i = 0; i < 1000; ++i) {
-        ASSERT_TRUE(first->Append(QVariantList{QString::number(i).rightJustified(5, '0'), i, QVariant()}, fault));
-        ASSERT_TRUE(second->Append(QStringList{QString()}, fault));
-    }
-    EXPECT_FALSE(first->Append(QVariantList{"00007", 1, "twice"}, fault));
-    EXPECT_FALSE(first->Append(QStringList{"x"}, fault)) << "a short row";
+    ASSERT_TRUE(writer->Run("INSERT INTO T VALUES ('00001'), ('00002')", fault)) << fault.description.toStdString();
+    EXPECT_FALSE(writer->Run("INSERT INTO T VALUES ('00002')", fault));
     ASSERT_TRUE(writer->Commit(fault)) << fault.description.toStdString();
-    EXPECT_FALSE(writer->Table("T", {"無い列"}, fault));
-    EXPECT_EQ(db.Rows("SELECT * FROM T WHERE コード = '00007'"), "00007,7,-,it's ? fixed");
-    EXPECT_EQ(db.Rows("SELECT COUNT(*) AS n, SUM(分) AS s FROM T"), "1000,499500");
-    EXPECT_EQ(db.Rows("SELECT COUNT(*) AS n FROM U WHERE a = ''"), "1000");
+    EXPECT_EQ(db.Rows("SELECT COUNT(*) AS n FROM T"), "2");
     EXPECT_EQ(db.Rows("PRAGMA journal_mode"), "delete");
 }
 
