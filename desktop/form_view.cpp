@@ -1,16 +1,20 @@
 #include "desktop/form_view.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "desktop/gestures.h"
 #include "desktop/layouts.h"
+#include "screen/user_input.h"
 
 namespace desktop {
 
@@ -68,11 +72,21 @@ void FormView::MakeWidgets() {
         widgets_.insert(control.get(), widget);
         shelf.Put(widget);
         gestures_->Watch(widget);
+        if (!control->shortcut.isEmpty()) AddShortcut(*control, *widget.whole);
     }
     installEventFilter(gestures_.get());
     LayOut(shelf, *content_);
     for (const auto& control : form_->Controls())
         Draw(*control);
+}
+
+void FormView::AddShortcut(Control& control, QWidget& button) {
+    button.setToolTip(control.shortcut);
+    auto* key = new QShortcut(QKeySequence(control.shortcut), this);
+    connect(key, &QShortcut::activated, this, [this, &control] {
+        QGuiApplication::inputMethod()->commit();
+        if (form_ && control.EffectivelyVisible() && control.EffectivelyEnabled()) screen::UserClick(control);
+    });
 }
 
 void FormView::FitToDisplay() {
@@ -163,6 +177,8 @@ void FormView::FormChanged() {
 void FormView::closeEvent(QCloseEvent* event) {
     if (!form_) return;
     event->ignore();
+    // What is still being composed belongs to the item that the user wrote it into.
+    QGuiApplication::inputMethod()->commit();
     if (form_->Enabled()) closeAsked_();
 }
 

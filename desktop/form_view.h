@@ -51,6 +51,7 @@ class FormView : public QWidget, public screen::FormWatcher {
 
   private:
     void MakeWidgets();
+    void AddShortcut(screen::Control& control, QWidget& button);
     void FitToDisplay();
 
     screen::Form* form_;

@@ -23,7 +23,7 @@ struct ActivitySlot {
     int 発信区分 = 0, 応対方法 = 0, 要件分類 = 0;  ///< places in their option groups, from 1
     int 対応分類 = 0;                              ///< index in the list beside the matter
     int 相手先区分 = 0;                            ///< 1 customer to 5 other party
-    int 相手先名称入力区分 = 0;                    ///< 1 free typing, 0 name from the master
+    int 相手先名称入力区分 = 1;                    ///< 1 free typing, 0 name from the master
     QString 相手先コード, 相手先略称, 相手先郵便番号, 相手先住所A, 相手先住所B, 相手先住所C, 相手先名称A, 相手先名称B,
         相手先電話, 相手先FAX;
     QString 相手先御担当者コード, 相手先御担当者名, 相手先御担当者電話;

@@ -7,6 +7,7 @@
 #include "diary/slot_statements.h"
 #include "diary/slot_window.h"
 #include "items/display_forms.h"
+#include "screen/wait_dialog.h"
 
 namespace diary {
 
@@ -93,7 +94,7 @@ void RegisterSlot(DiaryContext& diary) {
         return;
     }
     {
-        const WaitDialog wait(diary.host);
+        const screen::WaitDialog wait(diary.host, &diary.form);
         WriteSlot(diary);
         ClearSlot(diary);
         RefreshScreen(diary);
@@ -115,7 +116,7 @@ void DeleteSlot(DiaryContext& diary) {
         return;
     }
     {
-        const WaitDialog wait(diary.host);
+        const screen::WaitDialog wait(diary.host, &diary.form);
         DeleteDetailExact(diary);
         ClearSlot(diary);
         RefreshScreen(diary);
@@ -140,10 +141,13 @@ bool QuitScreen(DiaryContext& diary) {
 }
 
 void HeadReached(DiaryContext& diary) {
-    if (diary.Item("tab_詳細").ListIndex() == 0)
-        FocusControl(diary, "営業活動摘要");
-    else
+    if (diary.Item("tab_詳細").ListIndex() != 0) {
         TailReached(diary);
+        return;
+    }
+    FocusControl(diary, "営業活動摘要");
+    // The memo can't be entered while a key item is empty; the focus must not rest on a button that nobody sees.
+    if (diary.form.Focused() == &diary.Item("ヘッド終了")) FocusMissingItem(diary, FirstMissingKeyItem(diary));
 }
 
 void TailReached(DiaryContext& diary) {

@@ -28,17 +28,4 @@ int AskRegister(DiaryContext& diary, const QString& programId, const QString& in
     return answer;
 }
 
-WaitDialog::WaitDialog(screen::ScreenHost& host) : host_(host) {
-    form_.Add(ControlKind::SSPanel, QStringLiteral("banner"), QStringLiteral("Tradewind"));
-    form_.Add(ControlKind::CaptionLabel, QStringLiteral("lab_msg"), QStringLiteral("しばらくお待ちください。"));
-    // It asks for nothing, so there is nothing to close it by.
-    form_.onQueryClose = [] { return false; };
-    host_.Show(form_);
-    host_.ProcessEvents();
-}
-
-WaitDialog::~WaitDialog() {
-    host_.Unload(form_);
-}
-
 }  // namespace diary

@@ -11,17 +11,4 @@ inline constexpr int kConfirmed = 1;
 /// shown below the question. Returns 1 for yes, 2 for no; closing the dialog by its frame is a no.
 int AskRegister(DiaryContext& diary, const QString& programId, const QString& inputMessage);
 
-/// The wait dialog `msgお待ち`, in front for as long as this object lives.
-class WaitDialog {
-  public:
-    explicit WaitDialog(screen::ScreenHost& host);
-    ~WaitDialog();
-    WaitDialog(const WaitDialog&) = delete;
-    WaitDialog& operator=(const WaitDialog&) = delete;
-
-  private:
-    screen::ScreenHost& host_;
-    screen::Form form_{QStringLiteral("msgお待ち")};
-};
-
 }  // namespace diary

@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "diary/activity_slot.h"
-#include "identity/company_information.h"
+#include "identity/company_loader.h"
 #include "identity/permissions.h"
 #include "numbers/number_series.h"
 #include "numbers/phone_directory.h"
@@ -54,7 +54,6 @@ struct DiaryContext {
     identity::CompanyLoader& company;
     suite::ViewingLog& viewingLog;
     numbers::PhoneDirectory& phones;
-    numbers::NumberSeries& series;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 
@@ -69,7 +68,9 @@ struct DiaryContext {
     bool HandlersAsleep() const { return state.ScreenFilling || session.LinkWaitActive; }
 };
 
-/// Sets ScreenFilling for the time of a block, and clears it behind it.
+/// Sets ScreenFilling for the time of a block, and clears it behind it. It doesn't bring back what was before: a paint
+/// inside a longer filling ends that one too, and the screen counts on it, since the handlers must be awake when a
+/// register that began at the tail of the tab order sends the focus on.
 class FillingScope {
   public:
     explicit FillingScope(ScreenState& state) : state_(state) { state_.ScreenFilling = true; }

@@ -25,7 +25,15 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireCounterparty();
     WireCommands();
     diary_.form.onLoad = [this] { Load(); };
-    diary_.form.onQueryClose = [this] { return !diary_.HandlersAsleep() && QuitScreen(diary_); };
+    diary_.form.onQueryClose = [this] {
+        if (diary_.HandlersAsleep()) return false;
+        // The frame takes no focus: what stands in the item under the cursor hasn't been taken over yet. The item isn't
+        // left by that, so a refused close goes back to the one that was.
+        Control* const left = diary_.state.LastLeftControl;
+        diary_.form.CommitFocused();
+        diary_.state.LastLeftControl = left;
+        return QuitScreen(diary_);
+    };
 }
 
 std::function<void()> DiaryScreen::Awake(std::function<void()> handler) {
@@ -95,7 +103,7 @@ void DiaryScreen::LeaveDateOrTime(Control& item, QString& field, const QString& 
     normalize(diary_);
     if (hasStaff) LoadSlotExact(diary_);
     // The start hour alone repaints no more than the items.
-    if (item.Name() == QLatin1String("開始時刻時"))
+    if (item.Name() == QStringLiteral("開始時刻時"))
         PaintScreen(diary_);
     else
         RefreshScreen(diary_);
@@ -143,20 +151,18 @@ void DiaryScreen::WireDateAndTime() {
         Item(title).onClick = Awake([this, name = QString::fromUtf8(title)] { FocusGate(diary_, 2, name, 0); });
 }
 
+void DiaryScreen::OnLeaving(const char* name, void (*left)(DiaryContext&)) {
+    Control& item = Item(name);
+    item.onLostFocus = Awake([this, &item, left] {
+        diary_.state.LastLeftControl = &item;
+        left(diary_);
+    });
+}
+
 void DiaryScreen::WireStaff() {
-    const auto leave = [this](const char* name, void (*left)(DiaryContext&)) {
-        Control& item = Item(name);
-        item.onLostFocus = Awake([this, &item, left] {
-            diary_.state.LastLeftControl = &item;
-            left(diary_);
-        });
-    };
-    leave("担当者コード", StaffCodeLeft);
-    leave("部門コード", DepartmentCodeLeft);
-    leave("セクションコード", SectionCodeLeft);
-    leave("相手先コード", CounterpartyCodeLeft);
-    leave("相手先郵便番号", PostcodeLeft);
-    leave("相手先御担当者コード", ContactCodeLeft);
+    OnLeaving("担当者コード", StaffCodeLeft);
+    OnLeaving("部門コード", DepartmentCodeLeft);
+    OnLeaving("セクションコード", SectionCodeLeft);
 }
 
 void DiaryScreen::WireClassification() {
@@ -180,6 +186,9 @@ void DiaryScreen::WireClassification() {
 }
 
 void DiaryScreen::WireCounterparty() {
+    OnLeaving("相手先コード", CounterpartyCodeLeft);
+    OnLeaving("相手先郵便番号", PostcodeLeft);
+    OnLeaving("相手先御担当者コード", ContactCodeLeft);
     for (const SlotText& text : kLimitedTexts) {
         Control& item = Item(text.name);
         item.onChange = Awake([this, &item] { CheckItemLength(diary_, item); });

@@ -73,7 +73,9 @@ int FirstMissingKeyItem(const DiaryContext& diary) {
 }
 
 void FocusControl(DiaryContext& diary, screen::Control& item) {
-    diary.state.PendingFocusControl = screen::MoveFocusTo(diary.form, item);
+    screen::Control* target = screen::AdvanceFocusTarget(diary.form, &item);
+    diary.state.PendingFocusControl = target;
+    if (target->Enabled() && target->TabStop()) diary.form.SetFocus(*target);
 }
 
 void FocusControl(DiaryContext& diary, const char* item) {

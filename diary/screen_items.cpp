@@ -31,8 +31,10 @@ void AddShown(Form& form, const char* name) {
     control.SetTabStop(false);
 }
 
-void AddButton(Form& form, const char* name, const char* caption) {
-    form.Add(ControlKind::SSCommand, QString::fromUtf8(name), QString::fromUtf8(caption)).SetTabStop(false);
+void AddButton(Form& form, const char* name, const char* caption, const char* shortcut = "") {
+    Control& button = form.Add(ControlKind::SSCommand, QString::fromUtf8(name), QString::fromUtf8(caption));
+    button.SetTabStop(false);
+    button.shortcut = QString::fromLatin1(shortcut);
 }
 
 void AddPanel(Form& form, const char* name, const char* caption = "") {
@@ -51,11 +53,11 @@ void AddTitleAndCommands(Form& form) {
     AddPanel(form, "prg_ttl");
     AddPanel(form, "manualpanel", "Manual");
     AddPanel(form, "お知らせ");
-    AddButton(form, "btn_登録", "登録");
-    AddButton(form, "btn_削除", "削除");
-    AddButton(form, "btn_移動", "移動/追加");
-    AddButton(form, "btn_終了", "終了");
-    AddButton(form, "btn_暦編集", "暦");
+    AddButton(form, "btn_登録", "登録", "F12");
+    AddButton(form, "btn_削除", "削除", "F9");
+    AddButton(form, "btn_移動", "移動/追加", "F6");
+    AddButton(form, "btn_終了", "終了", "F10");
+    AddButton(form, "btn_暦編集", "暦", "F11");
 }
 
 void AddDateAndTime(Form& form) {
@@ -75,15 +77,15 @@ void AddDateAndTime(Form& form) {
     AddEntry(form, {"終了時刻時", ControlKind::EntryField, EntryUse::Code, 2});
     AddLabel(form, "Lab_終了時刻時", "：");
     AddEntry(form, {"終了時刻分", ControlKind::EntryField, EntryUse::Code, 2});
-    AddButton(form, "btn_前日", "前日");
-    AddButton(form, "btn_翌日", "翌日");
-    AddButton(form, "btn_前週", "前週");
-    AddButton(form, "btn_翌週", "翌週");
-    AddButton(form, "btn_一時間前", "一時間前");
-    AddButton(form, "btn_一時間後", "一時間後");
-    AddButton(form, "btn_30分前", "30分前");
-    AddButton(form, "btn_30分後", "30分後");
-    AddButton(form, "btn_Now", "現在");
+    AddButton(form, "btn_前日", "前日", "F3");
+    AddButton(form, "btn_翌日", "翌日", "F4");
+    AddButton(form, "btn_前週", "前週", "Shift+F3");
+    AddButton(form, "btn_翌週", "翌週", "Shift+F4");
+    AddButton(form, "btn_一時間前", "一時間前", "Shift+F7");
+    AddButton(form, "btn_一時間後", "一時間後", "Shift+F8");
+    AddButton(form, "btn_30分前", "30分前", "F7");
+    AddButton(form, "btn_30分後", "30分後", "F8");
+    AddButton(form, "btn_Now", "現在", "F5");
 }
 
 void AddStaff(Form& form) {
@@ -157,6 +159,9 @@ void AddDocuments(Form& form) {
         const QByteArray number = (name + "No").toUtf8();
         AddButton(form, ("btn_" + number).constData(), captions[kind]);
         AddEntry(form, {number.constData(), ControlKind::EntryField, EntryUse::Code, 8});
+        // Shown only, until typed numbers are looked up: a number that was typed now would vanish at the next paint.
+        form.At(name + "No").readOnly = true;
+        form.At(name + "No").SetTabStop(false);
         AddButton(form, ("btn_参照" + name).toUtf8().constData(), "参照");
     }
 }

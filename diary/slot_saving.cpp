@@ -1,41 +1,23 @@
 #include "diary/slot_saving.h"
 
+#include <algorithm>
+
 #include "diary/date_time_entry.h"
 #include "diary/slot_statements.h"
+#include "diary/text_items.h"
 #include "items/display_forms.h"
-#include "items/text_rules.h"
+#include "session/insert_builder.h"
 
 namespace diary {
 
-using items::EscapeSqlText;
+using session::InsertBuilder;
 using session::SessionContext;
 
 namespace {
 
-/// Collects columns and their values in the order of the insert.
-class InsertBuilder {
-  public:
-    explicit InsertBuilder(const QString& table) : table_(table) {}
-    void Quoted(const QString& column, const QString& value) { Bare(column, "'" + value + "'"); }
-    void Escaped(const QString& column, const QString& value) { Quoted(column, EscapeSqlText(value)); }
-    void Digit(const QString& column, int value) { Quoted(column, QString::number(value)); }
-    void Bare(const QString& column, const QString& value) {
-        columns_ << "[" + column + "]";
-        values_ << value;
-    }
-    QString Statement() const {
-        return "INSERT INTO [" + table_ + "] (" + columns_.join(u',') + ") VALUES (" + values_.join(u',') + ")";
-    }
-
-  private:
-    QString table_;
-    QStringList columns_, values_;
-};
-
-bool IsFreeText(const QString& column) {
-    static const QStringList freeTexts{"相手先略称",  "相手先住所A", "相手先住所B",     "相手先住所C",
-                                       "相手先名称A", "相手先名称B", "相手先御担当者名"};
-    return freeTexts.contains(column);
+bool IsFreeText(const SlotText& text) {
+    return std::any_of(kLimitedTexts.begin(), kLimitedTexts.end(),
+                       [&text](const SlotText& limited) { return limited.field == text.field; });
 }
 
 void AddKey(InsertBuilder& insert, const SessionContext& session) {
@@ -135,7 +117,7 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
     for (const SlotText& text : kPartyTexts) {
         const QString column = QString::fromUtf8(text.name);
         // Codes and numbers go in as they stand, so a quote in one makes the statement fail; names are quoted safely.
-        if (IsFreeText(column))
+        if (IsFreeText(text))
             insert.Escaped(column, slot.*text.field);
         else
             insert.Quoted(column, slot.*text.field);

@@ -2,6 +2,8 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -213,7 +215,10 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
     } else if (what == "set") {
         if (kind != ControlKind::EntryNumber || !command.value("value").isDouble())
             return QStringLiteral("%1 takes no number").arg(control->Name());
-        hands_->SetValue(*control, command.value("value").toInt());
+        const double value = command.value("value").toDouble();
+        if (value != std::floor(value)) return QStringLiteral("%1 takes whole numbers only").arg(control->Name());
+        const double nearest = std::clamp<double>(value, control->minimum, control->maximum);
+        hands_->SetValue(*control, static_cast<int>(nearest));
     } else if (what == "select") {
         if (kind != ControlKind::ListView || !ReadPosition(command, "row", control->Rows().size(), position))
             return QStringLiteral("%1 has no such row").arg(control->Name());

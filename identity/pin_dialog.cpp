@@ -63,7 +63,8 @@ void PinDialog::Load() {
     storedPin_.reset();
     context_.RunningStaffCode.clear();
     // A staff member whose login is known only confirms the PIN.
-    code_->SetEnabled(!ShowStaff("M担当者.ログインID = '" + context_.LoginUserId + "'"));
+    const bool known = ShowStaff("M担当者.ログインID = '" + context_.LoginUserId + "'") && CodeLeft();
+    code_->SetEnabled(!known);
 }
 
 QString PinDialog::CurrentStaffCondition() const {
@@ -96,9 +97,9 @@ bool PinDialog::ShowStaff(const QString& condition) {
     return true;
 }
 
-void PinDialog::CodeLeft() {
+bool PinDialog::CodeLeft() {
     const QString code = items::FormatToMask(code_->Text(), items::ZeroMask(5));
-    ShowStaff("M担当者.コード = '" + code + "'");
+    return ShowStaff("M担当者.コード = '" + code + "'");
 }
 
 void PinDialog::FocusCodeIfEmpty() {

@@ -24,7 +24,8 @@ class PinDialog {
     void Load();
     /// Looks a current staff member up by a condition on `M担当者` and shows what was found. False clears the items.
     bool ShowStaff(const QString& condition);
-    void CodeLeft();
+    /// Looks the code on the dialog up anew, in its full width.
+    bool CodeLeft();
     void FocusCodeIfEmpty();
     void Confirm();
     void Accept();

@@ -52,7 +52,10 @@ bool MakePinKey(const QString& keyFile) {
     QByteArray key(crypto_secretbox_KEYBYTES, '\0');
     crypto_secretbox_keygen(Bytes(key));
     const QByteArray line = key.toBase64() + '\n';
-    return file.write(line) == line.size() && file.flush();
+    const bool written = file.write(line) == line.size() && file.flush();
+    // A key that is half there would keep a whole one from ever being made.
+    if (!written) file.remove();
+    return written;
 }
 
 bool IsPinKey(const QString& keyFile) {

@@ -2,6 +2,7 @@
 
 #include "items/display_forms.h"
 #include "items/text_rules.h"
+#include "session/insert_builder.h"
 
 namespace numbers {
 
@@ -20,8 +21,8 @@ QString KeyCondition(const QString& table, const QString& column, const QString&
 
 /// The number behind a stored one. It widens past eight digits; there is no wrap.
 QString NextNumber(const QString& stored) {
-    const auto next = static_cast<qint64>(items::Val(stored)) + 1;
-    return next == 0 ? QStringLiteral("00000001") : QStringLiteral("%1").arg(next, 8, 10, QLatin1Char('0'));
+    const double next = items::Val(stored) + 1;
+    return next == 0 ? QStringLiteral("00000001") : QString::number(next, 'f', 0).rightJustified(8, u'0');
 }
 
 }  // namespace
@@ -32,24 +33,20 @@ Closing CompanyClosing(const session::SessionContext& context) {
 
 QString NumberSeries::CountRow::Condition() const {
     QStringList keys;
-    if (!site.isEmpty()) keys << KeyCondition(table, QStringLiteral("事業所コード"), site);
+    if (site) keys << KeyCondition(table, QStringLiteral("事業所コード"), *site);
     keys << KeyCondition(table, QStringLiteral("番号ID"), seriesId);
-    if (!periodDate.isEmpty()) keys << KeyCondition(table, QStringLiteral("期日"), periodDate);
+    if (periodDate) keys << KeyCondition(table, QStringLiteral("期日"), *periodDate);
     return " WHERE " + keys.join(" AND ");
 }
 
 QString NumberSeries::CountRow::InsertStatement() const {
-    QStringList columns, values;
-    const auto add = [&columns, &values](const char* column, const QString& value) {
-        columns << QStringLiteral("[%1]").arg(QString::fromUtf8(column));
-        values << "'" + value + "'";
-    };
-    if (!site.isEmpty()) add("事業所コード", site);
-    add("番号ID", seriesId);
-    if (!periodDate.isEmpty()) add("期日", periodDate);
-    add("連番", kNoNumber);
-    add("履歴連番", kNoNumber);
-    return "INSERT INTO [" + table + "] (" + columns.join(u',') + ") VALUES (" + values.join(u',') + ")";
+    session::InsertBuilder insert(table);
+    if (site) insert.Quoted(QStringLiteral("事業所コード"), *site);
+    insert.Quoted(QStringLiteral("番号ID"), seriesId);
+    if (periodDate) insert.Quoted(QStringLiteral("期日"), *periodDate);
+    insert.Quoted(QStringLiteral("連番"), kNoNumber);
+    insert.Quoted(QStringLiteral("履歴連番"), kNoNumber);
+    return insert.Statement();
 }
 
 bool NumberSeries::ReadMaster(std::unique_ptr<store::Recordset>& master, const QString& condition) {
@@ -94,14 +91,14 @@ QString NumberSeries::IssueSerial(const QString& seriesId, const QString& period
         return kNoNumber;
     }
     const int kind = session::NumberColumn(*master, QStringLiteral("連番種類")).value_or(0);
-    CountRow row{kMaster, QString(), seriesId, QString()};
+    CountRow row{kMaster, seriesId, std::nullopt, std::nullopt};
     if (kind == kForEver) {
         if (bySite) {
-            row = {kBySite, site, seriesId, QString()};
+            row = {kBySite, seriesId, site, std::nullopt};
             EnsureRow(row);
         }
     } else {
-        row = {bySite ? kBySiteDated : kDated, bySite ? site : QString(), seriesId, periodDate};
+        row = {bySite ? kBySiteDated : kDated, seriesId, bySite ? std::optional(site) : std::nullopt, periodDate};
         // Even a series of an unknown kind gets its row.
         EnsureRow(row);
         if (kind < kForEver || kind > kDay) return {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "numbers/period_dates.h"
 #include "platform/clock.h"
@@ -36,9 +37,9 @@ class NumberSeries {
     /// One table of counts: its name, and the key of the row that an issue draws from.
     struct CountRow {
         QString table;
-        QString site;
         QString seriesId;
-        QString periodDate;
+        std::optional<QString> site;        ///< where numbers are by site
+        std::optional<QString> periodDate;  ///< where they are by period
         QString Condition() const;
         QString InsertStatement() const;
     };

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <filesystem>
 
 namespace platform {
 
@@ -20,8 +21,10 @@ bool FolderExists(const QString& path) {
     return QFileInfo(NativePath(path)).isDir();
 }
 
-bool MakeFolder(const QString& path) {
-    return QDir().mkdir(NativePath(path));
+std::error_code MakeFolder(const QString& path) {
+    std::error_code fault;
+    std::filesystem::create_directory(NativePath(path).toStdString(), fault);
+    return fault;
 }
 
 bool CopyFile(const QString& from, const QString& to) {

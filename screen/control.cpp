@@ -56,6 +56,10 @@ void Control::SetValue(int value) {
 }
 
 void Control::SetListIndex(int index) {
+    const auto count = kind_ == ControlKind::ComboBox   ? static_cast<int>(entries_.size())
+                       : kind_ == ControlKind::ListView ? static_cast<int>(rows_.size())
+                                                        : index + 1;
+    if (index < 0 || index >= count) index = -1;
     if (index == listIndex_) return;
     listIndex_ = index;
     Changed();

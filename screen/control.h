@@ -83,6 +83,8 @@ class Control {
     /// Pages of a tab strip.
     QStringList pages;
     std::vector<ListColumn> columns;
+    /// Key that clicks this button from anywhere on the form, as the platform writes it ("F12", "Shift+F3").
+    QString shortcut;
     /// Colour of the text as 0xBBGGRR; nothing for the system's.
     std::optional<int> foreColor;
 
@@ -102,6 +104,7 @@ class Control {
     void SetValue(int value);
 
     /// ComboBox: the chosen entry, -1 for none. SSTab: the page in front. ListView: the selected row, -1 for none.
+    /// Setting one that isn't there chooses none.
     int ListIndex() const { return listIndex_; }
     void SetListIndex(int index);
     const QStringList& Entries() const { return entries_; }

@@ -57,6 +57,10 @@ bool Form::SetFocus(Control& control) {
     return true;
 }
 
+void Form::CommitFocused() {
+    if (focused_ && focused_->onLostFocus) focused_->onLostFocus();
+}
+
 bool Form::IsTabStop(const Control& control) const {
     if (!control.TabStop() || !CanFocus(control)) return false;
     if (control.Kind() != ControlKind::SSOption) return true;

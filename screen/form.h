@@ -47,6 +47,8 @@ class Form {
     /// out of OnLostFocus takes the place of the one under way. Returns false, and does nothing, when the control can't
     /// hold the focus now.
     bool SetFocus(Control& control);
+    /// Runs the OnLostFocus of the focused item, which keeps the focus: for a close that takes it nowhere else.
+    void CommitFocused();
     /// True while the text of the focused item stands selected as a whole, as it does after the focus came in: typing
     /// then replaces it.
     bool WholeTextSelected() const { return wholeTextSelected_; }

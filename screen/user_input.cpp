@@ -25,6 +25,12 @@ void StepOption(Control& from, int step) {
     UserClick(*group[static_cast<std::size_t>((place - group.begin() + step + count) % count)]);
 }
 
+/// The focus goes where the mouse went. False when the handler of the item that was left put this one out of reach.
+bool FocusByMouse(Control& control) {
+    UserFocus(control);
+    return control.EffectivelyEnabled() && control.EffectivelyVisible();
+}
+
 void StepArrow(Control& control, int step) {
     switch (control.Kind()) {
         case ControlKind::EntryNumber:
@@ -81,6 +87,8 @@ bool UserFocus(Control& control) {
 QString AcceptedText(const Control& control, const QString& typed) {
     QString text = typed;
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    // No database text can hold a zero character; a statement with one would fail as a whole.
+    text.remove(QChar(u'\0'));
     if (control.Kind() == ControlKind::EntryMemo)
         text.replace(u'\n', QStringLiteral("\r\n"));
     else
@@ -131,35 +139,29 @@ void UserKey(Form& form, Key key) {
 }
 
 void UserClick(Control& control) {
-    if (control.TakesFocus()) {
-        UserFocus(control);
-        // The handler of the item that was left may have put this one out of reach.
-        if (!control.EffectivelyEnabled() || !control.EffectivelyVisible()) return;
-    }
+    if (control.TakesFocus() && !FocusByMouse(control)) return;
     if (control.Kind() == ControlKind::SSOption) control.SetValue(1);
     if (control.Kind() == ControlKind::CheckBox) control.SetValue(control.Value() == 0 ? 1 : 0);
     if (control.onClick) control.onClick();
 }
 
 void UserDoubleClick(Control& control) {
-    if (control.TakesFocus()) UserFocus(control);
+    if (control.TakesFocus() && !FocusByMouse(control)) return;
     if (control.onDoubleClick) control.onDoubleClick();
 }
 
 void UserChoose(Control& control, int entry) {
-    UserFocus(control);
-    if (!control.EffectivelyEnabled()) return;
+    if (!FocusByMouse(control)) return;
     control.SetListIndex(entry);
     if (control.onClick) control.onClick();
 }
 
 void UserSetValue(Control& control, int value) {
-    UserFocus(control);
-    if (control.EffectivelyEnabled()) control.SetValue(value);
+    if (FocusByMouse(control)) control.SetValue(value);
 }
 
 void UserSelectRow(Control& control, int row) {
-    UserFocus(control);
+    if (!FocusByMouse(control)) return;
     control.SetListIndex(row);
     if (control.onClick) control.onClick();
 }

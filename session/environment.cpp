@@ -19,7 +19,7 @@ int ProbeFileKind(const QString& pathWithoutExtension) {
     return FileExists(pathWithoutExtension + ".mdb") ? 2 : 0;
 }
 
-QString Extension(int fileKind) {
+QString StoreExtension(int fileKind) {
     return fileKind == 1 ? QStringLiteral(".accdb") : QStringLiteral(".mdb");
 }
 
@@ -45,7 +45,7 @@ bool Environment::SYB_OPEN(const QString& programFolder) {
     if (!FindFolders(programFolder) || context_.ConfigFileKind == 0) return false;
 
     store::Fault fault;
-    const QString shared = context_.ConfFolder + Separator() + "usrcnfg" + Extension(context_.ConfigFileKind);
+    const QString shared = context_.ConfFolder + Separator() + "usrcnfg" + StoreExtension(context_.ConfigFileKind);
     if (!OpenStore(FileConnectionString(context_.ConfigFileKind, shared), fault)) {
         host_.Tell("SYB_OPEN ERROR" + QString::number(fault.number) + " " + fault.description + "\rsysopen error");
         return false;
@@ -57,8 +57,7 @@ bool Environment::SYB_OPEN(const QString& programFolder) {
 
     ChooseUserFolders();
     if (!OpenStore(UserStoreConnectionString(), fault)) return false;
-    LoadOperatingEnvironment();
-    LoadBackupSettings();
+    if (const auto row = LoadOperatingEnvironment()) LoadBackupSettings(*row);
     context_.SiteCode = context_.OperatingSiteCode;
     return true;
 }
@@ -77,7 +76,7 @@ bool Environment::FindFolders(const QString& programFolder) {
 
     const QString dataFile = prefix_ + "data" + Separator() + "gnrdb";
     context_.DataFileKind = ProbeFileKind(dataFile);
-    context_.DataFilePath = context_.DataFileKind == 0 ? QString() : dataFile + Extension(context_.DataFileKind);
+    context_.DataFilePath = context_.DataFileKind == 0 ? QString() : dataFile + StoreExtension(context_.DataFileKind);
     context_.ConfigFileKind = ProbeFileKind(context_.ConfFolder + Separator() + "usrcnfg");
     context_.ReportFileKind = ProbeFileKind(context_.ReportFolder + Separator() + "repdb");
     return true;
@@ -90,7 +89,7 @@ bool Environment::OpenStore(const QString& connectionString, store::Fault& fault
 }
 
 QString Environment::UserStoreConnectionString() const {
-    const QString file = Separator() + "usrcnfg" + Extension(context_.ConfigFileKind) + ";";
+    const QString file = Separator() + "usrcnfg" + StoreExtension(context_.ConfigFileKind) + ";";
     return FileConnectionString(context_.ConfigFileKind, context_.UserConfFolder + file);
 }
 
@@ -110,19 +109,18 @@ void Environment::LoadDatabaseDefinition() {
     context_.DataSourceName = Trimmed(*row, QStringLiteral("データソース名"));
 }
 
-void Environment::LoadOperatingEnvironment() {
+std::unique_ptr<store::Recordset> Environment::LoadOperatingEnvironment() {
     std::unique_ptr<store::Recordset> row;
-    if (!data_.OpenConfigRecordset(row, kEnvironmentRowSql)) return;
+    if (!data_.OpenConfigRecordset(row, kEnvironmentRowSql)) return nullptr;
     context_.OperatingSiteCode = row->Value(QStringLiteral("運用事業所コード")).value_or(QStringLiteral("000"));
     context_.InstallKind = NumberColumn(*row, QStringLiteral("インストール区分")).value_or(0);
     context_.ClientUpdateRun = NumberColumn(*row, QStringLiteral("CL更新実行区分")).value_or(0);
+    return row;
 }
 
-void Environment::LoadBackupSettings() {
-    std::unique_ptr<store::Recordset> row;
-    if (!data_.OpenConfigRecordset(row, kEnvironmentRowSql)) return;
-    const auto text = [&row](const char* column) { return row->Value(column).value_or(QString()); };
-    const auto number = [&row](const char* column) { return NumberColumn(*row, column).value_or(0); };
+void Environment::LoadBackupSettings(const store::Recordset& row) {
+    const auto text = [&row](const char* column) { return row.Value(column).value_or(QString()); };
+    const auto number = [&row](const char* column) { return NumberColumn(row, column).value_or(0); };
     BackupSettings& backup = context_.Backup;
     backup.date = text("バックアップ日付").left(8);
     backup.conditionSwitchDate = text("運用条件切替日付").left(8);

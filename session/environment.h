@@ -12,8 +12,9 @@ namespace session {
 /// the definition of the main database.
 class Environment {
   public:
-    Environment(SessionContext& context, DataAccess& data, screen::ScreenHost& host, platform::MachineNames names)
-        : context_(context), data_(data), host_(host), names_(std::move(names)) {}
+    Environment(SessionContext& context, DataAccess& data, StatementLog& log, screen::ScreenHost& host,
+                platform::MachineNames names)
+        : context_(context), data_(data), log_(log), host_(host), names_(std::move(names)) {}
 
     /// Finds the folders, opens the configuration store and loads both definition tables. `programFolder` is the folder
     /// of the running program; "prgbin" or "prgsrc" in it marks the install root. False, with ConfigConnectionOpen
@@ -32,14 +33,19 @@ class Environment {
     bool OpenStore(const QString& connectionString, store::Fault& fault);
     QString UserStoreConnectionString() const;
     void LoadDatabaseDefinition();
-    void LoadOperatingEnvironment();
-    void LoadBackupSettings();
+    /// The row that was read; null when there is none.
+    std::unique_ptr<store::Recordset> LoadOperatingEnvironment();
+    void LoadBackupSettings(const store::Recordset& row);
     void ChooseUserFolders();
+
+    // The folders of an installation with a folder per user (user_folders.cpp).
     void PrepareUserFolders();
     void CopyReportFiles();
+    void CopyForUser(const QString& from, const QString& to);
 
     SessionContext& context_;
     DataAccess& data_;
+    StatementLog& log_;
     screen::ScreenHost& host_;
     platform::MachineNames names_;
     QString prefix_;  ///< install root with its trailing separator

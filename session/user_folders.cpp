@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "platform/files.h"
+#include "screen/wait_dialog.h"
 #include "session/environment.h"
 
 namespace session {
@@ -26,18 +27,26 @@ QString Environment::EnsureFolderPath(const QString& path) {
         place = wanted.indexOf(separator, place + 1);
         if (place < 0) place = wanted.size();
         const QString step = wanted.left(place);
-        if (step.endsWith(u':') || FolderExists(step) || platform::MakeFolder(step)) continue;
-        host_.Tell("DIREXISTCHK ERROR" + QString::number(76) + " フォルダを作成できません。\rdirexeistchk\r" + step);
+        if (step.endsWith(u':') || FolderExists(step)) continue;
+        if (const std::error_code fault = platform::MakeFolder(step))
+            host_.Tell("DIREXISTCHK ERROR" + QString::number(fault.value()) + " " +
+                       QString::fromStdString(fault.message()) + "\rdirexeistchk\r" + wanted);
     }
     return wanted;
 }
 
+void Environment::CopyForUser(const QString& from, const QString& to) {
+    if (CopyFile(from, to)) return;
+    log_.WriteErrorHistory("ファイルをコピーできません: " + from + " User ConfF=" + context_.UserConfFolder +
+                           " User Report =" + context_.UserReportFolder);
+}
+
 void Environment::PrepareUserFolders() {
-    const QString extension = context_.ConfigFileKind == 1 ? QStringLiteral(".accdb") : QStringLiteral(".mdb");
-    const QString store = QDir::separator() + QStringLiteral("usrcnfg") + extension;
+    const QString store = QDir::separator() + QStringLiteral("usrcnfg") +
+                          (context_.ConfigFileKind == 1 ? QStringLiteral(".accdb") : QStringLiteral(".mdb"));
     EnsureFolderPath(context_.UserConfFolder);
     if (!FileExists(context_.UserConfFolder + store))
-        CopyFile(context_.ConfFolder + store, context_.UserConfFolder + store);
+        CopyForUser(context_.ConfFolder + store, context_.UserConfFolder + store);
     if (context_.ReportFileKind != 0) CopyReportFiles();
 }
 
@@ -46,11 +55,12 @@ void Environment::CopyReportFiles() {
                                                            : QStringList{"repdb.mdb", "repfrmdb.mdb", "repfrmdb.accdb"};
     EnsureFolderPath(context_.UserReportFolder);
     if (FileExists(context_.UserReportFolder + QDir::separator() + files.first())) return;
+    const screen::WaitDialog wait(host_, nullptr);
     // The links between the report files name the shared folder; they are reset by the host office suite, which this
     // platform doesn't have, so the copies are left as they are.
     for (const QString& file : files)
-        CopyFile(context_.ReportFolder + QDir::separator() + file,
-                 context_.UserReportFolder + QDir::separator() + file);
+        CopyForUser(context_.ReportFolder + QDir::separator() + file,
+                    context_.UserReportFolder + QDir::separator() + file);
 }
 
 }  // namespace session

@@ -13,7 +13,7 @@ namespace store {
 namespace {
 
 constexpr int kBusy = 5;
-constexpr int kPatience = 20000;   // milliseconds, as the file is opened with
+constexpr int kPatience = 20000;  // milliseconds, as the file is opened with
 constexpr int kImpatience = 1000;
 // The engine's smallest page. It takes anything shorter for a new store.
 constexpr qint64 kSmallestStore = 512;

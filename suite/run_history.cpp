@@ -20,7 +20,10 @@ void RunHistory::WriteRow(const QString& summary) {
                             "運用事業所コード,起動担当者コード,ユーザID)VALUES ('") +
                         values + QStringLiteral("')");
     store::Fault dropped;
-    if (context_.ConfigConnection) context_.ConfigConnection->Execute(sql, dropped);
+    // The row must be written even when it tells of a statement that failed for its zero characters.
+    QString writable = sql;
+    writable.remove(QChar(u'\0'));
+    if (context_.ConfigConnection) context_.ConfigConnection->Execute(writable, dropped);
 }
 
 void RunHistory::WriteStartHistory(const QString& tail) {

@@ -1,6 +1,7 @@
 #include "suite/viewing_log.h"
 
 #include "items/display_forms.h"
+#include "session/insert_builder.h"
 
 namespace suite {
 
@@ -27,31 +28,27 @@ QString ViewingLog::DrawFreeNumber(const QString& baseDate) {
 void ViewingLog::RecordViewing(const Viewed& viewed) {
     const QString baseDate = series_.ResolveNumberDate(kSeries, items::DateText(clock_.Now()));
     const QString number = DrawFreeNumber(baseDate);
-    const QStringList values{context_.SiteCode,
-                             baseDate,
-                             number,
-                             items::DateText(clock_.Now()),
-                             items::ViewingTimeText(clock_.Now()),
-                             context_.RunningStaffCode,
-                             context_.RunningStaffName,
-                             viewed.information,
-                             viewed.documentSite,
-                             viewed.documentBaseDate,
-                             viewed.documentNumber,
-                             viewed.keyItem,
-                             QStringLiteral("0"),
-                             QString(),
-                             QString(),
-                             QString(),
-                             QStringLiteral("0"),
-                             session::UserStamp(context_),
-                             items::StampText(clock_.Now()),
-                             QString()};
-    data_.ExecuteMain(
-        "INSERT INTO [T閲覧] ([事業所コード],[番号基準日付],[閲覧No],[閲覧日付],[閲覧時刻],[担当者コード],[担当者名],"
-        "[閲覧情報],[伝票事業所コード],[伝票番号基準日付],[伝票No],[キー項目],[閲覧区分],[閲覧メモ],[承認日付],"
-        "[承認者コード],[承認区分],[ユーザID],[登録日付],[更新日付]) VALUES ('" +
-        values.join(QStringLiteral("','")) + "')");
+    session::InsertBuilder insert(QStringLiteral("T閲覧"));
+    insert.Quoted("事業所コード", context_.SiteCode);
+    insert.Quoted("番号基準日付", baseDate);
+    insert.Quoted("閲覧No", number);
+    insert.Quoted("閲覧日付", items::DateText(clock_.Now()));
+    insert.Quoted("閲覧時刻", items::ViewingTimeText(clock_.Now()));
+    insert.Quoted("担当者コード", context_.RunningStaffCode);
+    insert.Quoted("担当者名", context_.RunningStaffName);
+    insert.Quoted("閲覧情報", viewed.information);
+    insert.Quoted("伝票事業所コード", viewed.documentSite);
+    insert.Quoted("伝票番号基準日付", viewed.documentBaseDate);
+    insert.Quoted("伝票No", viewed.documentNumber);
+    insert.Quoted("キー項目", viewed.keyItem);
+    insert.Digit("閲覧区分", 0);
+    for (const char* unused : {"閲覧メモ", "承認日付", "承認者コード"})
+        insert.Quoted(unused, QString());
+    insert.Digit("承認区分", 0);
+    insert.Quoted("ユーザID", session::UserStamp(context_));
+    insert.Quoted("登録日付", items::StampText(clock_.Now()));
+    insert.Quoted("更新日付", QString());
+    data_.ExecuteMain(insert.Statement());
 }
 
 }  // namespace suite

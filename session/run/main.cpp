@@ -29,7 +29,7 @@ class Client {
     SessionContext context_;
     suite::RunHistory history_{context_, outside_.clock};
     DataAccess data_{context_, history_};
-    Environment environment_{context_, data_, outside_.host, outside_.names};
+    Environment environment_{context_, data_, history_, outside_.host, outside_.names};
     identity::StaffIdentity staff_{context_, data_, outside_.host};
     identity::PinDialog pinDialog_{context_, data_, staff_, outside_.host, outside_.clock};
     identity::Permissions permissions_{context_, data_, staff_, pinDialog_, outside_.host};
@@ -39,8 +39,8 @@ class Client {
     suite::ViewingLog viewingLog_{context_, data_, series_, outside_.clock};
     suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
     SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
-    diary::DiaryContext diary_{context_, data_,       outside_.host, outside_.clock, permissions_,
-                               company_, viewingLog_, phones_,       series_,        [this] { End(); }};
+    diary::DiaryContext diary_{context_, data_,       outside_.host, outside_.clock,   permissions_,
+                               company_, viewingLog_, phones_,       [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
 };
 

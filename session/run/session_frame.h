@@ -1,6 +1,6 @@
 #pragma once
 
-#include "identity/company_information.h"
+#include "identity/company_loader.h"
 #include "session/environment.h"
 #include "session/run/outside.h"
 #include "suite/link_messages.h"

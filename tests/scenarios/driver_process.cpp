@@ -22,11 +22,11 @@ bool DriverProcess::Start(const QStringList& arguments) {
     return process_.waitForStarted();
 }
 
-QJsonObject DriverProcess::Play(const QJsonObject& command) {
+QJsonObject DriverProcess::Play(const QJsonObject& command, const QString& root) {
     process_.write(QJsonDocument(command).toJson(QJsonDocument::Compact) + '\n');
     while (!process_.canReadLine())
         if (!process_.waitForReadyRead(kAnswerMilliseconds)) return {};
-    return QJsonDocument::fromJson(process_.readLine()).object();
+    return QJsonDocument::fromJson(process_.readLine().replace(root.toUtf8(), "ROOT")).object();
 }
 
 void DriverProcess::EndInput() {

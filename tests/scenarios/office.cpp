@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QThread>
 
 #include "setup/create_tree.h"
 #include "store/connection.h"
@@ -12,7 +13,7 @@ namespace scenario {
 namespace {
 
 std::unique_ptr<store::Connection> OpenStore(const QString& root, const QString& store, QString& problem) {
-    const QString file = store == "conf" ? "conf/usrcnfg.accdb" : "data/gnrdb.accdb";
+    const QString file = store == "data" ? QString("data/gnrdb.accdb") : store + "/usrcnfg.accdb";
     store::Fault fault;
     auto connection = store::OpenConnection("Provider=SQLite;Data Source=" + file + ";", root, fault);
     if (!connection) problem = fault.description;
@@ -45,6 +46,18 @@ QJsonArray Select(const QString& root, const QString& store, const QString& sql,
         rows.append(row);
     }
     return rows;
+}
+
+void HoldStore(const QString& root, const QString& store, int milliseconds,
+               const std::function<void(const QString& problem)>& held) {
+    QString problem;
+    const auto connection = OpenStore(root, store, problem);
+    store::Fault fault;
+    if (connection && !connection->Execute("BEGIN EXCLUSIVE", fault)) problem = fault.description;
+    held(problem);
+    if (!problem.isEmpty()) return;
+    QThread::msleep(static_cast<unsigned long>(milliseconds));
+    connection->Execute("ROLLBACK", fault);
 }
 
 QString MakeOffice(const QString& root) {

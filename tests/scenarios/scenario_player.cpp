@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QJsonDocument>
+#include <future>
 
 #include "setup/command_line.h"
 #include "tests/scenarios/office.h"
@@ -92,7 +93,7 @@ void ScenarioPlayer::Start(const QString& client, const QJsonObject& with) {
 void ScenarioPlayer::Command(const QString& client, const QJsonObject& command) {
     const auto driver = drivers_.find(client);
     ASSERT_NE(driver, drivers_.end()) << "no client was started";
-    answers_.push_back(driver->second->Play(command));
+    answers_.push_back(driver->second->Play(command, root_));
     unchecked_ = true;
     ASSERT_FALSE(answers_.back().isEmpty())
         << "no answer; error output: " << driver->second->ErrorOutput().toStdString();
@@ -113,6 +114,15 @@ void ScenarioPlayer::Enter(const QString& client, const QJsonArray& gestures) {
         }
         ASSERT_TRUE(answers_.back()["ok"].toBool()) << item[0].toStdString() << ": " << Text(answers_.back());
     }
+}
+
+void ScenarioPlayer::Lock(const QString& store, int milliseconds) {
+    std::promise<QString> held;
+    auto problem = held.get_future();
+    lockers_.emplace_back([root = root_, store, milliseconds, &held] {
+        HoldStore(root, store, milliseconds, [&held](const QString& words) { held.set_value(words); });
+    });
+    EXPECT_EQ(problem.get().toStdString(), "");
 }
 
 void ScenarioPlayer::RunSetup(const QJsonArray& words) const {
@@ -151,6 +161,8 @@ void ScenarioPlayer::PlayLine(const QJsonObject& line) {
         Start(client, line["start"].toObject());
     } else if (line.contains("kill")) {
         drivers_.erase(client);
+    } else if (line.contains("lock")) {
+        Lock(line["lock"].toString(), line["milliseconds"].toInt());
     } else if (line.contains("setup")) {
         RunSetup(line["setup"].toArray());
     } else if (line.contains("file")) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <map>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "tests/scenarios/driver_process.h"
@@ -13,6 +14,7 @@ namespace scenario {
 /// Plays one scenario file on a tree of its own. A file is a list of lines, one JSON object each ("#" begins a remark):
 ///
 ///   {"execute":SQL,"store":"data"|"conf"}      a row set up beforehand, or what another program does meanwhile
+///   {"lock":"data"|"conf","milliseconds":N}    another program holds the store that long; the next line runs meanwhile
 ///   {"setup":["pin",…]}                        runs katsudo-setup on the tree; it must do its work
 ///   {"file":PATH,"text":…}                     writes a file of the tree, or takes it away with "text":null
 ///   {"absent":[PATH,…]}                        files that must not be there
@@ -43,6 +45,7 @@ class ScenarioPlayer {
     void Start(const QString& client, const QJsonObject& with);
     void Command(const QString& client, const QJsonObject& command);
     void Enter(const QString& client, const QJsonArray& gestures);
+    void Lock(const QString& store, int milliseconds);
     void RunSetup(const QJsonArray& words) const;
     void WriteFile(const QString& path, const QJsonValue& text) const;
     void CheckAbsent(const QJsonArray& paths) const;
@@ -53,6 +56,7 @@ class ScenarioPlayer {
     QString root_;
     bool window_;
     std::map<QString, std::unique_ptr<DriverProcess>> drivers_;
+    std::vector<std::jthread> lockers_;
     std::vector<QJsonObject> answers_;
     bool unchecked_ = false;  ///< the last answer hasn't been looked at
 };

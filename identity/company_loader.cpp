@@ -1,4 +1,4 @@
-#include "identity/company_information.h"
+#include "identity/company_loader.h"
 
 #include "items/text_rules.h"
 
@@ -58,6 +58,7 @@ bool CompanyLoader::LoadCompanyRow() {
 bool CompanyLoader::ReadSite(std::unique_ptr<store::Recordset>& row) {
     if (data_.OpenMainRecordset(row, SiteSql(context_.OperatingSiteCode))) return true;
     const QString headOffice = items::ZeroMask(3);
+    // Only a store that can be read moves the installation: one without any site is a damaged one.
     if (!data_.OpenMainRecordset(row, SiteSql(headOffice))) return false;
     ResetOperatingSite(headOffice);
     return true;

@@ -1,0 +1,85 @@
+// Two clients of two logins on one tree, each reporting as fast as it can.
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <thread>
+
+#include "tests/scenarios/driver_process.h"
+#include "tests/scenarios/office.h"
+
+namespace {
+
+constexpr int kSaves = 500;
+
+/// What a person does for a slot on the next day: the step (which writes a row of the viewing log), the staff member,
+/// the party, and off the last item, which asks and stores.
+std::vector<QJsonObject> SlotCommands(const QString& staff, int number) {
+    return {{{"do", "click"}, {"item", "btn_翌日"}},
+            {{"do", "focus"}, {"item", "担当者コード"}},
+            {{"do", "type"}, {"text", staff}},
+            {{"do", "focus"}, {"item", "相手先略称"}},
+            {{"do", "type"}, {"text", QString("客%1").arg(number)}},
+            {{"do", "focus"}, {"item", "相手先電話"}},
+            {{"do", "type"}, {"text", "03-9999-0000"}},
+            {{"do", "focus"}, {"item", "テイル終了"}},
+            {{"do", "click"}, {"item", "btn_登録"}}};
+}
+
+/// Plays the saves of one client; gives the words of the first thing that went wrong.
+QString ReportSlots(const QString& root, const QString& login, const QString& staff) {
+    scenario::DriverProcess client;
+    if (!client.Start({"--root", root, "--login", login, "--computer", "PC-" + login, "--now", "20261120 100512"}))
+        return "no client";
+    for (int number = 0; number < kSaves; ++number) {
+        for (const QJsonObject& command : SlotCommands(staff, number)) {
+            const QJsonObject answer = client.Play(command);
+            if (!answer["ok"].toBool() || !answer["message"].isNull())
+                return QString("slot %1, %2: %3 %4")
+                    .arg(number)
+                    .arg(command["item"].toString(), answer["error"].toString(),
+                         answer["message"].toObject()["text"].toString());
+        }
+    }
+    const QJsonObject end = client.Play({{"do", "click"}, {"item", "btn_終了"}});
+    return end["ended"].toBool() ? QString() : "not ended";
+}
+
+int Count(const QString& root, const QString& store, const QString& what) {
+    QString problem;
+    const QJsonArray rows = scenario::Select(root, store, "SELECT COUNT(" + what, problem);
+    EXPECT_EQ(problem, QString());
+    return rows.isEmpty() ? -1 : rows[0][0].toString().toInt();
+}
+
+TEST(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
+    const QTemporaryDir place;
+    const QString root = place.path() + "/office";
+    ASSERT_EQ(scenario::MakeOffice(root), QString());
+
+    QString satoProblem;
+    QString suzukiProblem;
+    std::thread sato([&] { satoProblem = ReportSlots(root, "sato", "1"); });
+    std::thread suzuki([&] { suzukiProblem = ReportSlots(root, "suzuki", "2"); });
+    sato.join();
+    suzuki.join();
+    EXPECT_EQ(satoProblem.toStdString(), "");
+    EXPECT_EQ(suzukiProblem.toStdString(), "");
+
+    EXPECT_EQ(Count(root, "data", "DISTINCT 担当者コード || 日付 || 相手先略称) FROM T営業活動明細"), 2 * kSaves);
+    EXPECT_EQ(Count(root, "data", "*) FROM T営業活動"), 2 * kSaves);
+    EXPECT_EQ(Count(root, "data", "*) FROM M電話番号"), 1);
+    EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE '出力終了%'"), 4 * kSaves);
+
+    // Two clients may draw one number between the other's test and its insert: the table then refuses the second row.
+    const int refused = Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー %[T閲覧]%'");
+    EXPECT_EQ(Count(root, "data", "DISTINCT 閲覧No) FROM T閲覧"), 2 * kSaves - refused);
+    EXPECT_EQ(Count(root, "data", "*) FROM T閲覧"), 2 * kSaves - refused);
+    // Nothing else may fail, above all not for the other client's lock. Both may meet the new number of the directory,
+    // or the day's first number, at the same moment.
+    EXPECT_LE(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー%'"), refused + 2);
+    EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE '%locked%'"), 0);
+    RecordProperty("refused", refused);
+}
+
+}  // namespace
