@@ -63,6 +63,7 @@ QJsonObject ControlState(const Control& control) {
             state["value"] = control.Value();
             break;
         case ControlKind::ComboBox:
+            state["text"] = control.Entries().value(control.ListIndex());
             state["entries"] = QJsonArray::fromStringList(control.Entries());
             state["index"] = NumberOrNull(control.ListIndex());
             break;

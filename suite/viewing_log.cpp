@@ -11,23 +11,35 @@ const QString kSeries = QStringLiteral("01110");
 
 }  // namespace
 
-QString ViewingLog::DrawFreeNumber(const QString& baseDate) {
+bool ViewingLog::IsTaken(const QString& baseDate, const QString& number) {
+    std::unique_ptr<store::Recordset> row;
+    return data_.OpenMainRecordset(row, "SELECT 閲覧No FROM T閲覧 WHERE 事業所コード = '" + context_.SiteCode +
+                                            "' AND 番号基準日付 = '" + baseDate + "' AND 閲覧No = '" + number + "'");
+}
+
+ViewingLog::Drawn ViewingLog::DrawNumber(const QString& baseDate) {
     QString previous;
     for (;;) {
         const QString number = series_.IssueNumber(kSeries, baseDate, context_.OperatingSiteCode);
-        std::unique_ptr<store::Recordset> taken;
-        const bool isTaken =
-            data_.OpenMainRecordset(taken, "SELECT 閲覧No FROM T閲覧 WHERE 事業所コード = '" + context_.SiteCode +
-                                               "' AND 番号基準日付 = '" + baseDate + "' AND 閲覧No = '" + number + "'");
+        if (!IsTaken(baseDate, number)) return {number, true};
         // A series that stands still would keep the user here for ever.
-        if (!isTaken || number == previous) return number;
+        if (number == previous) return {number, false};
         previous = number;
     }
 }
 
 void ViewingLog::RecordViewing(const Viewed& viewed) {
     const QString baseDate = series_.ResolveNumberDate(kSeries, items::DateText(clock_.Now()));
-    const QString number = DrawFreeNumber(baseDate);
+    for (;;) {
+        const Drawn drawn = DrawNumber(baseDate);
+        if (data_.ExecuteMain(RowStatement(viewed, baseDate, drawn.number)) || !drawn.free) return;
+        // Another client may have taken the number between the test and the insert: then the next one is drawn, and the
+        // row isn't lost. Whatever else went wrong would go wrong again.
+        if (!IsTaken(baseDate, drawn.number)) return;
+    }
+}
+
+QString ViewingLog::RowStatement(const Viewed& viewed, const QString& baseDate, const QString& number) const {
     session::InsertBuilder insert(QStringLiteral("T閲覧"));
     insert.Quoted("事業所コード", context_.SiteCode);
     insert.Quoted("番号基準日付", baseDate);
@@ -48,7 +60,7 @@ void ViewingLog::RecordViewing(const Viewed& viewed) {
     insert.Quoted("ユーザID", session::UserStamp(context_));
     insert.Quoted("登録日付", items::StampText(clock_.Now()));
     insert.Quoted("更新日付", QString());
-    data_.ExecuteMain(insert.Statement());
+    return insert.Statement();
 }
 
 }  // namespace suite

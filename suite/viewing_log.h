@@ -27,7 +27,14 @@ class ViewingLog {
     void RecordViewing(const Viewed& viewed);
 
   private:
-    QString DrawFreeNumber(const QString& baseDate);
+    bool IsTaken(const QString& baseDate, const QString& number);
+    /// A number, and whether nobody had taken it when it was tested: a series that stands still gives a taken one.
+    struct Drawn {
+        QString number;
+        bool free;
+    };
+    Drawn DrawNumber(const QString& baseDate);
+    QString RowStatement(const Viewed& viewed, const QString& baseDate, const QString& number) const;
 
     session::SessionContext& context_;
     session::DataAccess& data_;
