@@ -6,6 +6,7 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache pkg-config  # build
     qt6-base-dev libqt6sql6-sqlite           # Qt, and its SQLite driver
+    libsqlite3-dev                           # the engine itself, for the LIKE that finds however a text is written
     libsodium-dev                            # stored PINs
     libgtest-dev libgmock-dev                # tests
     sqlite3 skkdic-extra                     # a look at the stored rows; the postcodes of the demo data

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "desktop/entry_widgets.h"
+#include "desktop/list_layout.h"
 #include "desktop/list_table.h"
 #include "screen/form.h"
 
@@ -224,10 +225,11 @@ void SetHeading(QWidget& whole, const QString& heading) {
 QString SpokenName(const Control& control) {
     if (!control.Caption().isEmpty()) return control.Caption();
     QString bare = control.Name();
-    for (const char* ornament : {"btn_", "itm_ttl_", "lab_", "Lab_", "opb_", "bak_", "tab_"})
+    for (const char* ornament : {"btn_", "itm_ttl_", "lab_", "Lab_", "opb_", "bak_", "tab_", "chb_", "List"})
         if (bare.startsWith(QLatin1String(ornament))) bare.remove(0, static_cast<int>(qstrlen(ornament)));
     if (control.Index() >= 0) return bare + u' ' + QString::number(control.Index() + 1);
-    if (!control.IsEntry()) return bare;
+    // On a list window the items' own names say it; the labels there tell how they search.
+    if (!control.IsEntry() || IsListWindow(control.Owner())) return bare;
     for (const char* ornament : {"itm_ttl_", "lab_", "Lab_", "btn_"}) {
         const Control* title = control.Owner().Find(QLatin1String(ornament) + bare);
         // A one-letter caption such as 年 stands behind its item and says too little alone.

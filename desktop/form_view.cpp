@@ -125,7 +125,7 @@ void FormView::SyncFocus() {
     const bool moved = focusWidget() != target && !(target == this && !focusWidget());
     if (moved) {
         target->setFocus(Qt::OtherFocusReason);
-        area_->ensureWidgetVisible(target, 20, 20);
+        ShowFocused();
     }
     if (auto* line = qobject_cast<QLineEdit*>(target)) {
         if (form_->WholeTextSelected() && line->selectedText() != line->text()) line->selectAll();
@@ -133,6 +133,17 @@ void FormView::SyncFocus() {
         memo->moveCursor(QTextCursor::End);
     }
     PlaceRing();
+}
+
+void FormView::ShowFocused() {
+    const QWidget* target = FocusTarget();
+    if (target == this) return;
+    // The whole item, not only its cursor; of one larger than the window as much as fits.
+    constexpr int kMargin = 8;
+    const QSize room = area_->viewport()->size() / 2;
+    const QSize half = (target->size() / 2 + QSize(kMargin, kMargin)).boundedTo(room);
+    const QPoint centre = target->mapTo(content_, target->rect().center());
+    area_->ensureVisible(centre.x(), centre.y(), half.width(), half.height());
 }
 
 void FormView::PlaceRing() {
@@ -172,6 +183,20 @@ void FormView::FocusChanged() {
 
 void FormView::FormChanged() {
     if (form_) setWindowTitle(form_->Caption());
+}
+
+void FormView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Only now the items have their places.
+    content_->layout()->activate();
+    ShowFocused();
+}
+
+void FormView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    content_->layout()->activate();
+    ShowFocused();
 }
 
 void FormView::closeEvent(QCloseEvent* event) {

@@ -39,6 +39,8 @@ class FormView : public QWidget, public screen::FormWatcher {
     void Draw(const screen::Control& control);
     /// True while the view itself changes widgets, so that their signals tell of no user.
     bool Drawing() const { return drawing_ > 0; }
+    /// Scrolls what has the focus into view, where the window is smaller than its content.
+    void ShowFocused();
     /// Puts the focus ring round the focused widget again, after it moved.
     void PlaceRing();
 
@@ -48,6 +50,8 @@ class FormView : public QWidget, public screen::FormWatcher {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void MakeWidgets();

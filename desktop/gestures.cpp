@@ -24,7 +24,7 @@ using screen::ControlKind;
 Gestures::Gestures(FormView& view) : view_(view) {}
 
 bool Gestures::TakesInput() const {
-    return view_.Model() && view_.Model()->Enabled();
+    return view_.Model() && view_.Model()->Loaded() && view_.Model()->Enabled();
 }
 
 void Gestures::Watch(const ControlWidget& widget) {
@@ -52,7 +52,14 @@ void Gestures::Watch(const ControlWidget& widget) {
             if (view_.Model()) view_.Draw(*control);
         });
     } else if (control->Kind() == ControlKind::ListView) {
-        auto* header = static_cast<ListTable*>(widget.whole)->horizontalHeader();
+        auto* table = static_cast<ListTable*>(widget.whole);
+        // An assistive tool selects rows in the table itself.
+        connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, control, table] {
+            if (view_.Drawing() || !view_.Model()) return;
+            if (TakesInput() && table->SelectedRow() >= 0) screen::UserSelectRow(*control, table->SelectedRow());
+            if (view_.Model()) view_.Draw(*control);
+        });
+        auto* header = table->horizontalHeader();
         connect(header, &QHeaderView::sectionClicked, this, [this, control](int column) {
             if (TakesInput()) screen::UserClickHeader(*control, column);
         });
@@ -79,7 +86,10 @@ bool Gestures::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonRelease:
             return !TakesInput() || (control && MouseReleased(*control, widget, static_cast<QMouseEvent&>(*event)));
         case QEvent::MouseButtonDblClick:
-            return !TakesInput() || (control && DoubleClicked(*control));
+            return !TakesInput() || (control && DoubleClicked(*control, widget));
+        case QEvent::MouseMove:
+            // A press chose the row; dragging on would choose another one behind the form's back.
+            return control && control->Kind() == ControlKind::ListView;
         case QEvent::Wheel:
             return control && WheelTurned(*control, widget, static_cast<QWheelEvent&>(*event));
         case QEvent::FocusIn:
@@ -97,6 +107,11 @@ bool Gestures::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
+ListTable* Gestures::TableOf(const Control* control) const {
+    if (!control || control->Kind() != ControlKind::ListView) return nullptr;
+    return static_cast<ListTable*>(view_.WidgetOf(*control)->whole);
+}
+
 bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
     if (!TakesInput()) return true;
     if (event.key() == Qt::Key_Control) {
@@ -106,18 +121,22 @@ bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
     }
     ctrlAlone_ = false;
     if (composing_) return false;
-    if (control && control->Kind() == ControlKind::ListView && event.matches(QKeySequence::Copy)) {
-        static_cast<ListTable*>(view_.WidgetOf(*control)->whole)->CopySelection();
+    ListTable* table = TableOf(control);
+    if (table && event.matches(QKeySequence::Copy)) {
+        table->CopyRows();
         return true;
     }
+    // Who types ahead of a search picks what the search brought: it is shown before the key is heard.
+    if (table && table->Unpainted()) table->PaintNow();
     if (const auto key = KeyMeaning(event, control)) {
         screen::UserKey(*view_.Model(), *key);
         return true;
     }
-    if (control && control->Kind() == ControlKind::ListView) {
-        const int row = RowMeaning(event, *control);
+    if (table) {
+        const int row = RowMeaning(event, *control, table->PageRows());
         if (row >= 0) screen::UserSelectRow(*control, row);
-        return event.modifiers() == Qt::NoModifier;
+        // Nothing is left to the table: it would search for a letter and select what it finds.
+        return true;
     }
     if (control && control->Kind() == ControlKind::SSTab) {
         const int page = PageMeaning(event, *control);
@@ -151,7 +170,10 @@ bool Gestures::MousePressed(Control& control, const ControlWidget& widget, const
             return true;
         }
         case ControlKind::ListView: {
-            const int row = static_cast<ListTable*>(widget.whole)->rowAt(event.pos().y());
+            auto* table = static_cast<ListTable*>(widget.whole);
+            // A click from before the rows changed was meant for what stood there then.
+            if (table->Unpainted()) return true;
+            const int row = table->rowAt(event.pos().y());
             if (row >= 0 && event.button() == Qt::LeftButton)
                 screen::UserSelectRow(control, row);
             else
@@ -185,7 +207,8 @@ bool Gestures::MouseReleased(Control& control, const ControlWidget& widget, cons
     return true;
 }
 
-bool Gestures::DoubleClicked(Control& control) {
+bool Gestures::DoubleClicked(Control& control, const ControlWidget& widget) {
+    if (control.Kind() == ControlKind::ListView && static_cast<ListTable*>(widget.whole)->Unpainted()) return true;
     if (!control.onDoubleClick) return false;
     if (asked_ == &control)
         control.onDoubleClick();

@@ -15,6 +15,7 @@ class QFocusEvent;
 namespace desktop {
 
 class FormView;
+class ListTable;
 
 /// Turns what the user does to the widgets of a view into what it means to the form: it sees each key, click and focus
 /// before the widget does, and lets through only what the widget itself has to do, such as editing a text.
@@ -33,7 +34,7 @@ class Gestures : public QObject {
     bool MousePressed(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool PressedOnEntry(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool MouseReleased(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
-    bool DoubleClicked(screen::Control& control);
+    bool DoubleClicked(screen::Control& control, const ControlWidget& widget);
     bool FocusCame(QObject* watched, screen::Control* control, const QFocusEvent& event);
     bool WheelTurned(screen::Control& control, const ControlWidget& widget, QWheelEvent& event);
 
@@ -41,6 +42,8 @@ class Gestures : public QObject {
     void Chosen(screen::Control& control, int entry);
     void Selected(screen::Control& control, bool whole);
     bool TakesInput() const;
+    /// The table of a list; null for other controls.
+    ListTable* TableOf(const screen::Control* control) const;
 
     FormView& view_;
     QHash<QObject*, ControlWidget> watched_;

@@ -51,8 +51,7 @@ std::optional<Key> KeyMeaning(const QKeyEvent& event, const Control* control) {
     }
 }
 
-int RowMeaning(const QKeyEvent& event, const Control& list) {
-    constexpr int kPage = 10;
+int RowMeaning(const QKeyEvent& event, const Control& list, int page) {
     const int last = static_cast<int>(list.Rows().size()) - 1;
     switch (event.key()) {
         case Qt::Key_Home:
@@ -60,9 +59,9 @@ int RowMeaning(const QKeyEvent& event, const Control& list) {
         case Qt::Key_End:
             return last;
         case Qt::Key_PageUp:
-            return last < 0 ? -1 : std::max(list.ListIndex() - kPage, 0);
+            return last < 0 ? -1 : std::max(list.ListIndex() - page, 0);
         case Qt::Key_PageDown:
-            return std::min(list.ListIndex() + kPage, last);
+            return std::min(list.ListIndex() + page, last);
         default:
             return -1;
     }

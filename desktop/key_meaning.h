@@ -12,8 +12,8 @@ namespace desktop {
 /// handles itself, as an entry does with letters and a memo with Enter.
 std::optional<screen::Key> KeyMeaning(const QKeyEvent& event, const screen::Control* control);
 
-/// The row that Home, End, Page Up or Page Down goes to in a list; -1 for other keys.
-int RowMeaning(const QKeyEvent& event, const screen::Control& list);
+/// The row that Home, End, Page Up or Page Down goes to in a list that shows `page` rows at a time; -1 for other keys.
+int RowMeaning(const QKeyEvent& event, const screen::Control& list, int page);
 
 /// The page that Left or Right turns a tab strip to; -1 for other keys or past its ends.
 int PageMeaning(const QKeyEvent& event, const screen::Control& strip);

@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 #include <QVariant>
 
+#include "desktop/list_layout.h"
 #include "screen/form.h"
 
 namespace desktop {
@@ -60,6 +61,8 @@ ControlWidget WidgetShelf::TakeAnyOfPage(const screen::Control& strip, int page)
 void LayOut(WidgetShelf& shelf, QWidget& content) {
     if (shelf.OfForm().Name() == QStringLiteral("frm活動手帳"))
         LayOutDiary(shelf, content);
+    else if (IsListWindow(shelf.OfForm()))
+        LayOutList(shelf, content);
     else
         LayOutDialog(shelf, content);
     FillPages(shelf, content);

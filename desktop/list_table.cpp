@@ -1,17 +1,69 @@
 #include "desktop/list_table.h"
 
+#include <QAbstractTableModel>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
 #include <algorithm>
+#include <numeric>
 
 namespace desktop {
 
+/// The rows as the table asks for them: it asks only for those that can be seen, so that many rows cost nothing.
+class ListRows : public QAbstractTableModel {
+  public:
+    ListRows(QStringList headers, QObject* parent) : QAbstractTableModel(parent), headers_(std::move(headers)) {}
+
+    bool Shows(const std::vector<screen::ListRow>& rows) const {
+        return std::equal(rows_.begin(), rows_.end(), rows.begin(), rows.end(),
+                          [](const screen::ListRow& a, const screen::ListRow& b) { return a.cells == b.cells; });
+    }
+    void SetRows(const std::vector<screen::ListRow>& rows) {
+        beginResetModel();
+        rows_ = rows;
+        endResetModel();
+    }
+    const QStringList& Cells(int row) const { return rows_[static_cast<std::size_t>(row)].cells; }
+
+    int rowCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+    }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(headers_.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole && index.isValid() ? Cells(index.row()).value(index.column()) : QVariant();
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
+        return headers_.value(section);
+    }
+
+  private:
+    QStringList headers_;
+    std::vector<screen::ListRow> rows_;
+};
+
 namespace {
 
-bool SameRows(const std::vector<screen::ListRow>& left, const std::vector<screen::ListRow>& right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](const screen::ListRow& a, const screen::ListRow& b) { return a.cells == b.cells; });
+constexpr int kNarrowest = 12;
+
+/// A row as one line of a table; what would break a line or a cell becomes a blank.
+QString AsLine(QStringList cells) {
+    for (QString& cell : cells)
+        for (QChar& character : cell)
+            if (character == u'\t' || character == u'\r' || character == u'\n') character = u' ';
+    return cells.join(u'\t');
+}
+
+QStringList Headers(const screen::Control& control) {
+    QStringList headers;
+    for (const screen::ListColumn& column : control.columns)
+        headers.append(column.header);
+    return headers;
 }
 
 }  // namespace
@@ -20,20 +72,20 @@ int PixelsOfTwips(int twips, const QWidget& widget) {
     return twips * widget.logicalDpiX() / 1440;
 }
 
-ListTable::ListTable(const screen::Control& control, QWidget* parent) : QTableWidget(parent) {
-    setColumnCount(static_cast<int>(control.columns.size()));
-    QStringList headers;
-    for (int column = 0; column < columnCount(); ++column) {
-        const screen::ListColumn& design = control.columns[static_cast<std::size_t>(column)];
-        headers.append(design.header);
-        setColumnWidth(column, PixelsOfTwips(design.width, *this));
+ListTable::ListTable(const screen::Control& control, QWidget* parent)
+    : QTableView(parent), rows_(new ListRows(Headers(control), this)) {
+    setModel(rows_);
+    horizontalHeader()->setMinimumSectionSize(kNarrowest);
+    for (int column = 0; column < rows_->columnCount(); ++column) {
+        designed_.append(PixelsOfTwips(control.columns[static_cast<std::size_t>(column)].width, *this));
+        setColumnWidth(column, designed_.back());
     }
-    setHorizontalHeaderLabels(headers);
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setStretchLastSection(true);
     verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
@@ -45,21 +97,21 @@ ListTable::ListTable(const screen::Control& control, QWidget* parent) : QTableWi
 }
 
 void ListTable::Draw(const screen::Control& control) {
-    if (!SameRows(drawn_, control.Rows())) {
-        drawn_ = control.Rows();
-        setRowCount(static_cast<int>(drawn_.size()));
-        for (int row = 0; row < rowCount(); ++row)
-            for (int column = 0; column < columnCount(); ++column)
-                setItem(row, column, new QTableWidgetItem(drawn_[static_cast<std::size_t>(row)].cells.value(column)));
+    if (!rows_->Shows(control.Rows())) {
+        rows_->SetRows(control.Rows());
+        unpainted_ = true;
     }
+    if (RowCount() == 0 || rows_->columnCount() == 0) return;
     const int row = control.ListIndex();
-    if (row >= 0 && row < rowCount()) {
-        setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    } else {
-        // Some screen readers fall over a table without a current cell, so one stays even when no row is chosen.
-        if (rowCount() > 0 && columnCount() > 0) setCurrentCell(0, 0, QItemSelectionModel::Clear);
-        clearSelection();
-    }
+    const bool chosen = row >= 0 && row < RowCount();
+    // Some screen readers fall over a table without a current cell, so one stays even when no row is chosen. It lies in
+    // the first column that can be seen: another one would scroll the table sideways.
+    const QModelIndex current = rows_->index(chosen ? row : 0, std::max(columnAt(0), 0));
+    if (chosen)
+        selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    else
+        selectionModel()->setCurrentIndex(currentIndex().isValid() ? currentIndex() : current,
+                                          QItemSelectionModel::Clear);
 }
 
 int ListTable::SelectedRow() const {
@@ -67,10 +119,96 @@ int ListTable::SelectedRow() const {
     return rows.isEmpty() ? -1 : rows.front().row();
 }
 
-void ListTable::CopySelection() const {
-    const int row = SelectedRow();
-    if (row < 0) return;
-    QGuiApplication::clipboard()->setText(drawn_[static_cast<std::size_t>(row)].cells.join(u'\t'));
+int ListTable::RowCount() const {
+    return rows_->rowCount();
+}
+
+QString ListTable::CellText(int row, int column) const {
+    return rows_->Cells(row).value(column);
+}
+
+int ListTable::PageRows() const {
+    return std::max(viewport()->height() / verticalHeader()->defaultSectionSize(), 1);
+}
+
+void ListTable::CopyRows() const {
+    if (RowCount() == 0) return;
+    if (const int row = SelectedRow(); row >= 0)
+        return QGuiApplication::clipboard()->setText(AsLine(rows_->Cells(row)));
+    QString text;
+    for (int row = 0; row < RowCount(); ++row)
+        text += AsLine(rows_->Cells(row)) + u'\n';
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void ListTable::PaintNow() {
+    viewport()->repaint();
+    unpainted_ = false;
+}
+
+void ListTable::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    unpainted_ = false;
+}
+
+void ListTable::FillWindow(int rows) {
+    preferredRows_ = rows;
+    horizontalHeader()->setStretchLastSection(false);
+    setMinimumHeight(horizontalHeader()->sizeHint().height() + 4 * verticalHeader()->defaultSectionSize());
+    const QScopedValueRollback<bool> fitting(fitting_, true);
+    for (int column = 0; column < designed_.size(); ++column)
+        setColumnWidth(column, designed_[column]);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { chosen_ = chosen_ || !fitting_; });
+    updateGeometry();
+}
+
+QSize ListTable::sizeHint() const {
+    if (preferredRows_ == 0) return QTableView::sizeHint();
+    const int frame = 2 * frameWidth();
+    const int width = std::accumulate(designed_.begin(), designed_.end(), 0) + verticalScrollBar()->sizeHint().width();
+    const int height =
+        horizontalHeader()->sizeHint().height() + preferredRows_ * verticalHeader()->defaultSectionSize();
+    return {width + frame, height + frame};
+}
+
+void ListTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (preferredRows_ > 0 && !chosen_) WidenLastColumn();
+}
+
+/// Until the user sets a width, the last column takes what the window has left.
+void ListTable::WidenLastColumn() {
+    if (designed_.isEmpty()) return;
+    const QScopedValueRollback<bool> fitting(fitting_, true);
+    const int others = std::accumulate(designed_.begin(), designed_.end() - 1, 0);
+    setColumnWidth(static_cast<int>(designed_.size()) - 1, std::max(viewport()->width() - others, designed_.back()));
+}
+
+QList<int> ListTable::ChosenWidths() const {
+    QList<int> widths;
+    for (int column = 0; chosen_ && column < designed_.size(); ++column)
+        widths.append(columnWidth(column));
+    return widths;
+}
+
+void ListTable::SetChosenWidths(const QList<int>& widths) {
+    constexpr int kWidest = 4000;
+    if (widths.isEmpty() || widths.size() != designed_.size()) return;
+    for (int column = 0; column < widths.size(); ++column)
+        setColumnWidth(column, std::clamp(widths[column], kNarrowest, kWidest));
+    chosen_ = true;
+}
+
+bool ListTable::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        // A text that its column cuts can be read in full under the mouse.
+        const QPoint place = static_cast<QHelpEvent*>(event)->pos();
+        const QModelIndex cell = indexAt(place);
+        const QString text = cell.isValid() ? CellText(cell.row(), cell.column()) : QString();
+        const bool cut = cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());
+        viewport()->setToolTip(cut ? text : QString());
+    }
+    return QTableView::viewportEvent(event);
 }
 
 }  // namespace desktop

@@ -1,25 +1,61 @@
 #pragma once
 
-#include <QTableWidget>
+#include <QTableView>
 
 #include "screen/control.h"
 
 namespace desktop {
 
+class ListRows;
+
 /// A list of rows that shows a ListView control. It changes nothing by itself: rows and the selected one come from the
 /// control, so that a row on which the focus merely stands counts as no choice.
-class ListTable : public QTableWidget {
+class ListTable : public QTableView {
   public:
     ListTable(const screen::Control& control, QWidget* parent);
     /// Draws the rows and the selected one.
     void Draw(const screen::Control& control);
     /// The row that is drawn as selected, -1 for none.
     int SelectedRow() const;
-    /// Puts the selected row on the clipboard, its cells parted by tabs.
-    void CopySelection() const;
+    int RowCount() const;
+    /// The text of a cell as it is drawn.
+    QString CellText(int row, int column) const;
+    /// Number of rows that can be seen at a time, at least 1.
+    int PageRows() const;
+    /// Puts the selected row on the clipboard, or all rows when none is selected: a line each, the cells parted by
+    /// tabs.
+    void CopyRows() const;
+
+    /// True while the rows changed but weren't painted yet: a click that arrives now was meant for other rows.
+    bool Unpainted() const { return unpainted_; }
+    /// Paints at once what the next event would find unpainted.
+    void PaintNow();
+
+    /// Makes the list the body of a window: it asks for the width of all its columns and for that many rows, and its
+    /// columns may be wider together than the window.
+    void FillWindow(int rows);
+    /// Widths of the columns in pixels when the user changed one; otherwise nothing. Only of a list that fills a
+    /// window.
+    QList<int> ChosenWidths() const;
+    /// Sets widths that were chosen earlier; others than one for each column are ignored.
+    void SetChosenWidths(const QList<int>& widths);
+
+    QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
   private:
-    std::vector<screen::ListRow> drawn_;
+    void WidenLastColumn();
+
+    ListRows* rows_;
+    QList<int> designed_;
+    int preferredRows_ = 0;
+    bool unpainted_ = false;
+    bool fitting_ = false;
+    bool chosen_ = false;
 };
 
 /// Pixels of a width in twips on the display of `widget`.

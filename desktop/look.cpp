@@ -61,6 +61,10 @@ QLabel[role="heading"]:hover { color: #1c57a0; }
 QLabel[role="title"] { font-weight: bold; font-size: 13pt; color: #24415f; }
 QLabel[role="notice"] { color: #b3261e; font-weight: bold; background: #ffffff; border: 1px solid #d3dae1;
     border-radius: 3px; padding: 1px 8px; }
+QLabel[role="limit"] { color: #8a4b00; }
+QLabel[role="count"] { color: #3d5a78; }
+QHeaderView::section { background: #e3e9ef; border: none; border-right: 1px solid #c3ccd5;
+    border-bottom: 1px solid #aab6c2; padding: 2px 4px; }
 QLabel[role="panel"] { background: #ffffff; border: 1px solid #b8c3ce; border-radius: 3px; padding: 2px 8px; }
 QLabel[role="panel"]:hover { border-color: #2f6fb4; }
 QScrollBar { background: #dfe5ea; }

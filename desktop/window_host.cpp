@@ -16,6 +16,9 @@ using screen::Button;
 
 namespace {
 
+/// Room for the frame that the desktop draws round a window, which isn't known before it is shown.
+constexpr QSize kFrame(8, 40);
+
 QMessageBox::StandardButton StandardOf(Button button) {
     switch (button) {
         case Button::OK:
@@ -61,13 +64,14 @@ QStringList NameFilters(const QStringList& filters) {
 
 }  // namespace
 
-WindowHost::WindowHost() {
+WindowHost::WindowHost(const QString& placesFile) : places_(placesFile) {
     PrepareLook();
     // The forms say when the program ends, not their windows.
     QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
 WindowHost::~WindowHost() {
+    SetBusy(false);
     // The forms may be gone already, so the views let go of them first. A window deletes those that it bore.
     for (const auto& view : std::as_const(views_))
         if (view) view->Detach();
@@ -94,6 +98,15 @@ void WindowHost::Sleep(int milliseconds) {
     loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
+void WindowHost::SetBusy(bool busy) {
+    if (busy == busy_) return;
+    busy_ = busy;
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
 void WindowHost::WaitUntil(const std::function<bool()>& done) {
     while (!done()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
@@ -109,31 +122,66 @@ QMessageBox* WindowHost::BoxInFront() const {
     return boxes_.empty() ? nullptr : boxes_.back().data();
 }
 
-QWidget* WindowHost::WindowInFront() const {
+FormView* WindowHost::WindowInFront() const {
     for (auto form = Shown().rbegin(); form != Shown().rend(); ++form)
-        if (FormView* view = ViewOf(**form)) return view;
+        if (FormView* view = ViewOf(**form); view && !view->isHidden()) return view;
     return nullptr;
 }
 
+FormView* WindowHost::MakeView(screen::Form& form, FormView* below) {
+    const Qt::WindowFlags flags = below ? Qt::Dialog | Qt::WindowCloseButtonHint : Qt::Window;
+    auto* view = new FormView(
+        form, [this, &form] { CloseByFrame(form); }, below, flags);
+    views_[&form] = view;
+    places_.Recall(*view, view->screen()->availableSize() - kFrame);
+    openedSizes_[view] = view->size();
+    return view;
+}
+
+void WindowHost::PlaceByAsker(FormView& view) const {
+    const screen::Control* asker = view.Model()->openedBeside;
+    const FormView* asking = asker ? ViewOf(asker->Owner()) : nullptr;
+    const ControlWidget* widget = asking ? asking->WidgetOf(*asker) : nullptr;
+    if (!widget) return;
+    const QRect place(widget->whole->mapToGlobal(QPoint(0, 0)), widget->whole->size());
+    view.move(PlaceBeside(place, view.size() + kFrame, asking->screen()->availableGeometry()));
+}
+
 void WindowHost::FormShown(screen::Form& form, bool modal) {
+    FormView* below = WindowInFront();
     FormView* view = ViewOf(form);
+    if (view == below && view) below = nullptr;
     if (!view) {
-        QWidget* below = WindowInFront();
-        const Qt::WindowFlags flags = below ? Qt::Dialog | Qt::WindowCloseButtonHint : Qt::Window;
-        view = new FormView(
-            form, [this, &form] { CloseByFrame(form); }, below, flags);
-        views_[&form] = view;
+        view = MakeView(form, below);
+    } else if (view->isHidden()) {
+        const QSize size = view->size();
+        view->setParent(below, view->windowFlags());
+        view->resize(size);
     }
+    if (view->isHidden()) PlaceByAsker(*view);
     view->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     view->show();
     view->raise();
     view->activateWindow();
+    view->SyncFocus();
+}
+
+void WindowHost::FormHidden(screen::Form& form) {
+    FormView* view = ViewOf(form);
+    if (!view) return;
+    places_.Remember(*view, openedSizes_.value(view));
+    openedSizes_[view] = view->size();
+    view->hide();
+    // The window that it came up over may vanish before it comes up again.
+    view->setParent(nullptr, view->windowFlags());
+    if (QWidget* next = WindowInFront()) next->activateWindow();
 }
 
 void WindowHost::FormUnloaded(screen::Form& form) {
     FormView* view = views_.take(&form);
     form.watcher = nullptr;
     if (!view) return;
+    places_.Remember(*view, openedSizes_.take(view));
     view->Detach();
     view->hide();
     view->deleteLater();

@@ -45,7 +45,7 @@ void Take(DiaryContext& diary, const store::Recordset& row, const char* column, 
 
 /// A pick from the combined list left its row key: "C", the kind, the code.
 void TakePickedKind(DiaryContext& diary) {
-    QString& condition = diary.state.ListCondition;
+    QString& condition = diary.pick.ListCondition;
     if (!condition.startsWith(u'C')) return;
     diary.slot.相手先区分 = items::Val16(condition.mid(1, 1));
     condition.clear();
@@ -56,6 +56,16 @@ void TakePickedKind(DiaryContext& diary) {
 QString PartyTable(int kind) {
     const PartyMaster* master = MasterOf(kind);
     return master ? QString::fromUtf8(master->table) : QString();
+}
+
+QString ContactTable(int kind) {
+    const PartyMaster* master = MasterOf(kind);
+    return master ? QString::fromUtf8(master->contactTable) : QString();
+}
+
+QString ContactKeyColumn(int kind) {
+    const PartyMaster* master = MasterOf(kind);
+    return master ? QString::fromUtf8(master->contactKey) : QString();
 }
 
 std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const QString& code) {

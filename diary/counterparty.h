@@ -13,6 +13,10 @@ inline constexpr int kLastCounterpartyKind = 5;
 /// Table of the party masters of a kind 1 to 5; empty for others.
 QString PartyTable(int kind);
 
+/// Table of the contacts of a kind 1 to 5, and its column with the party's code; empty for others.
+QString ContactTable(int kind);
+QString ContactKeyColumn(int kind);
+
 /// Looks a code up in the master of the slot's kind. Null when there is none.
 std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const QString& code);
 

@@ -7,6 +7,7 @@
 #include "diary/activity_slot.h"
 #include "identity/company_loader.h"
 #include "identity/permissions.h"
+#include "lists/list_window.h"
 #include "numbers/number_series.h"
 #include "numbers/phone_directory.h"
 #include "platform/clock.h"
@@ -32,15 +33,11 @@ struct ScreenState {
     /// Message of the last lookup.
     QString NoticeText;
     screen::Control* LastLeftControl = nullptr;
-    screen::Control* ActiveEntryControl = nullptr;
     /// Where the focus returns to after a command.
     screen::Control* FirstEntryControl = nullptr;
-    screen::Control* PendingFocusControl = nullptr;
     /// Outcome of the last write, for whoever looks into a running client; nothing is shown of it.
     int LastSaveResult = 0;
     QString LastSaveMessage;
-    /// What a list was opened with, and the key that it leaves after a pick.
-    QString ListCondition;
 };
 
 /// What the routines of the main screen share: the session, the slot and the screen's state, the form, and the services
@@ -54,10 +51,12 @@ struct DiaryContext {
     identity::CompanyLoader& company;
     suite::ViewingLog& viewingLog;
     numbers::PhoneDirectory& phones;
+    lists::PickState& pick;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 
     screen::Form form{QStringLiteral("frm活動手帳")};
+    lists::ListWindows lists{{session, data, host, pick, form}};
     ActivitySlot slot{};
     ScreenState state{};
 

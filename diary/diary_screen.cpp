@@ -5,6 +5,7 @@
 #include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/focus_gate.h"
+#include "diary/list_gestures.h"
 #include "diary/painting.h"
 #include "diary/screen_items.h"
 #include "diary/slot_loading.h"
@@ -24,6 +25,7 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireClassification();
     WireCounterparty();
     WireCommands();
+    WireLists();
     diary_.form.onLoad = [this] { Load(); };
     diary_.form.onQueryClose = [this] {
         if (diary_.HandlersAsleep()) return false;
@@ -46,7 +48,7 @@ void DiaryScreen::Load() {
     ScreenState& state = diary_.state;
     diary_.form.SetCaption(session::kProgramId + "（" + diary_.session.Company.名称 + "）");
     FillClassificationGroups(diary_);
-    state.FirstEntryControl = state.ActiveEntryControl = state.LastLeftControl = &Item("相手先略称");
+    state.FirstEntryControl = diary_.pick.ActiveEntryControl = state.LastLeftControl = &Item("相手先略称");
     Item("prg_ttl").SetCaption(diary_.company.ProgramTitle());
     if (diary_.session.NewSlotMode) {
         ClearSlot(diary_);
@@ -68,7 +70,7 @@ void DiaryScreen::WireFocus() {
         Control& item = diary_.Item(name);
         const int order = GateOrder(name);
         item.onGotFocus = Awake([this, &item, name, order] {
-            if (!item.readOnly) diary_.state.ActiveEntryControl = &item;
+            if (!item.readOnly) diary_.pick.ActiveEntryControl = &item;
             FocusGate(diary_, 1, name, order);
         });
         if (!item.readOnly) item.onLostFocus = Awake([this, &item] { diary_.state.LastLeftControl = &item; });
@@ -80,7 +82,7 @@ void DiaryScreen::WireFocus() {
     });
     Control& kind = Item("相手先区分");
     kind.onGotFocus = Awake([this, &kind] {
-        diary_.state.ActiveEntryControl = &kind;
+        diary_.pick.ActiveEntryControl = &kind;
         FocusGate(diary_, 1, kind.Name(), GateOrder(kind.Name()));
     });
     kind.onLostFocus = Awake([this, &kind] { diary_.state.LastLeftControl = &kind; });
@@ -178,7 +180,7 @@ void DiaryScreen::WireClassification() {
         Item("対応分類名称", index).onClick = Awake([this, index] { HandlingChosen(diary_, index); });
         for (const char* name : {"対応分類", "対応分類名称"}) {
             Control& item = Item(name, index);
-            item.onGotFocus = Awake([this, &item] { diary_.state.ActiveEntryControl = &item; });
+            item.onGotFocus = Awake([this, &item] { diary_.pick.ActiveEntryControl = &item; });
             item.onLostFocus = Awake([this, &item] { diary_.state.LastLeftControl = &item; });
         }
     }
@@ -210,6 +212,23 @@ void DiaryScreen::WireCounterparty() {
         if (!FocusGate(diary_, 1, QStringLiteral("相手先電話"), GateOrder(QStringLiteral("相手先電話"))))
             FocusControl(diary_, "相手先電話");
     });
+}
+
+void DiaryScreen::WireLists() {
+    const auto wire = [this](const char* name, void (*open)(DiaryContext&, Gesture)) {
+        Control& item = Item(name);
+        diary_.Item("btn_" + item.Name()).onClick = Awake([this, open] { open(diary_, Gesture::Button); });
+        item.onKeyDown = [this, open](screen::Key key) {
+            if (key == screen::Key::Ctrl && !diary_.HandlersAsleep()) open(diary_, Gesture::Ctrl);
+        };
+        item.onDoubleClick = Awake([this, open] { open(diary_, Gesture::DoubleClick); });
+    };
+    wire("担当者コード", OpenStaffList);
+    wire("部門コード", OpenDepartmentList);
+    wire("セクションコード", OpenSectionList);
+    wire("相手先コード", OpenCounterpartyList);
+    wire("相手先郵便番号", OpenPostcodeList);
+    wire("相手先御担当者コード", OpenContactList);
 }
 
 void DiaryScreen::WireCommands() {

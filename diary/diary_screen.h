@@ -22,6 +22,7 @@ class DiaryScreen {
     void WireClassification();
     void WireCounterparty();
     void WireCommands();
+    void WireLists();
     void OnLeaving(const char* name, void (*left)(DiaryContext&));
     void LeaveDateOrTime(screen::Control& item, QString& field, const QString& mask, void (*normalize)(DiaryContext&));
 

@@ -74,7 +74,7 @@ int FirstMissingKeyItem(const DiaryContext& diary) {
 
 void FocusControl(DiaryContext& diary, screen::Control& item) {
     screen::Control* target = screen::AdvanceFocusTarget(diary.form, &item);
-    diary.state.PendingFocusControl = target;
+    diary.pick.PendingFocusControl = target;
     if (target->Enabled() && target->TabStop()) diary.form.SetFocus(*target);
 }
 
@@ -89,7 +89,7 @@ void FocusMissingItem(DiaryContext& diary, int number) {
 
 void FocusByItemName(DiaryContext& diary, const QString& name) {
     if (name.isEmpty()) return;
-    if (diary.state.ActiveEntryControl && diary.state.ActiveEntryControl->Name() == name) return;
+    if (diary.pick.ActiveEntryControl && diary.pick.ActiveEntryControl->Name() == name) return;
     if (GatedItems().contains(name) || name == QStringLiteral("ヘッド終了")) FocusControl(diary, diary.Item(name));
 }
 

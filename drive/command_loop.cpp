@@ -48,6 +48,14 @@ Control* ReachableItem(const QJsonObject& command, const Form& form, QString& re
     return refusal.isEmpty() ? control : nullptr;
 }
 
+/// The form of that name, shown or hidden; null when none is loaded.
+const Form* LoadedForm(const screen::ScreenHost& host, const QString& name) {
+    for (const auto& forms : {host.Shown(), host.Hidden()})
+        for (const Form* form : forms)
+            if (form->Name() == name) return form;
+    return nullptr;
+}
+
 /// Reads a position out of `count` from a field of the command.
 bool ReadPosition(const QJsonObject& command, const char* field, qsizetype count, int& position) {
     position = command.value(QLatin1String(field)).toInt(-1);
@@ -102,10 +110,9 @@ void CommandLoop::AnswerPending() {
     if (!refusal_.isEmpty()) answer["error"] = refusal_;
     if (tellsState_) {
         QJsonArray windows;
-        for (const Form* form : host_.Shown()) {
+        for (const Form* form : host_.Shown())
             windows.append(form->Name());
-            if (form->Name() == stateOf_) shown = form;
-        }
+        if (const Form* wanted = LoadedForm(host_, stateOf_)) shown = wanted;
         answer["windows"] = windows;
         const QJsonObject state = shown ? FormState(*shown) : QJsonObject{{"caption", ""}, {"items", QJsonObject()}};
         for (auto field = state.begin(); field != state.end(); ++field)
@@ -129,10 +136,7 @@ QString CommandLoop::CarryOut(const QJsonObject& command) {
     if (what == "state") {
         stateOf_ = Named(command, "window");
         if (!stateOf_.isEmpty()) {
-            bool known = false;
-            for (const Form* form : host_.Shown())
-                known = known || form->Name() == stateOf_;
-            if (!known) return QStringLiteral("no window %1").arg(stateOf_);
+            if (!LoadedForm(host_, stateOf_)) return QStringLiteral("no window %1").arg(stateOf_);
         }
         tellsState_ = true;
         return {};

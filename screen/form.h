@@ -66,6 +66,9 @@ class Form {
     /// For the host: marks the form as shown or unloaded.
     void SetLoaded(bool loaded);
 
+    /// The control of another form beside which the window opens; null for the middle of the screen.
+    Control* openedBeside = nullptr;
+
     /// Runs on Escape; an empty one does nothing.
     std::function<void()> onEscape;
 

@@ -20,6 +20,7 @@ void ScreenHost::Present(Form& form, bool modal) {
     if (form.onLoad) form.onLoad();
     if (ended_) return;
     std::erase(shown_, &form);
+    std::erase(hidden_, &form);
     shown_.push_back(&form);
     form.SetLoaded(true);
     FormShown(form, modal);
@@ -36,9 +37,16 @@ void ScreenHost::ShowModal(Form& form) {
 }
 
 void ScreenHost::Unload(Form& form) {
-    if (std::erase(shown_, &form) == 0) return;
+    if (std::erase(shown_, &form) + std::erase(hidden_, &form) == 0) return;
     form.SetLoaded(false);
     FormUnloaded(form);
+}
+
+void ScreenHost::Hide(Form& form) {
+    if (std::erase(shown_, &form) == 0) return;
+    hidden_.push_back(&form);
+    form.SetLoaded(false);
+    FormHidden(form);
 }
 
 Button ScreenHost::Ask(const MessageBox& box) {

@@ -47,6 +47,8 @@ class ScreenHost {
     void ShowModal(Form& form);
     /// Takes a form off the screen; one that isn't shown is left alone.
     void Unload(Form& form);
+    /// The same for a form that stays loaded: it is shown again as it was left.
+    void Hide(Form& form);
     /// Shows the message and returns the button that answers it. When the program ended meanwhile, the default.
     Button Ask(const MessageBox& box);
     /// A message with one OK button and the program's title.
@@ -70,9 +72,13 @@ class ScreenHost {
     /// Lets pending events through once.
     virtual void ProcessEvents() = 0;
     virtual void Sleep(int milliseconds) = 0;
+    /// Tells the user that the program works and takes no input, until it is called with false.
+    virtual void SetBusy(bool /*busy*/) {}
 
     /// The shown forms, the front one last.
     const std::vector<Form*>& Shown() const { return shown_; }
+    /// The forms that are loaded but hidden.
+    const std::vector<Form*>& Hidden() const { return hidden_; }
     /// The form in front, or null.
     Form* Front() const { return shown_.empty() ? nullptr : shown_.back(); }
     /// What waits in front of the forms, or null.
@@ -85,6 +91,7 @@ class ScreenHost {
     /// Hooks for a host that draws; each comes after the host's own record changed.
     virtual void FormShown(Form&, bool /*modal*/) {}
     virtual void FormUnloaded(Form&) {}
+    virtual void FormHidden(Form& form) { FormUnloaded(form); }
     virtual void MessageShown() {}
     virtual void MessageAnswered() {}
     virtual void DialogShown() {}
@@ -99,6 +106,7 @@ class ScreenHost {
     void Present(Form& form, bool modal);
 
     std::vector<Form*> shown_;
+    std::vector<Form*> hidden_;
     std::vector<WaitingBox> messages_;
     const PathDialog* dialog_ = nullptr;
     std::optional<std::optional<QString>> dialogAnswer_;

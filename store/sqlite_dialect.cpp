@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "store/exists_list.h"
 #include "store/join_chain.h"
 #include "store/outer_marks.h"
 #include "store/select_shape.h"
@@ -143,7 +144,8 @@ class SelectRewriter {
 
 bool MayNeedRewriting(const QString& sql) {
     return sql.contains(QLatin1String("TOP"), Qt::CaseInsensitive) ||
-           sql.contains(QLatin1String("RIGHT"), Qt::CaseInsensitive) || sql.contains(u'+');
+           sql.contains(QLatin1String("RIGHT"), Qt::CaseInsensitive) ||
+           sql.contains(QLatin1String("EXISTS"), Qt::CaseInsensitive) || sql.contains(u'+');
 }
 
 // The SELECT at or before `from`, or nothing.
@@ -185,7 +187,7 @@ std::optional<QString> ToSqlite(const QString& sql, Fault& fault) {
             return sql;
         }
     }
-    return tokens->Text();
+    return ListKeysOnce(*tokens);
 }
 
 }  // namespace store

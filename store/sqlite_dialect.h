@@ -11,6 +11,7 @@ namespace store {
 ///   SELECT TOP n …        becomes LIMIT n at the end of that SELECT, also in a subquery
 ///   nested RIGHT JOINs    become one chain of LEFT and INNER JOINs: SQLite would fill temporary tables and rename
 ///   columns a comma join with (+) becomes LEFT JOINs
+///   EXISTS with a LIKE    becomes a list of keys that is made once (store/exists_list.h)
 /// In a SELECT whose tables changed places, a bare "*" is written out table by table in the old order, so that of two
 /// columns of one name the same one comes first. [Brackets] stay: SQLite reads them, and in double quotes it would take
 /// a missing column for a text. Literals are never touched, and a statement with nothing to rewrite, or one that can't

@@ -4,6 +4,8 @@
 #include <QUrl>
 #include <atomic>
 
+#include "store/like_function.h"
+
 namespace store {
 namespace {
 
@@ -49,7 +51,7 @@ std::unique_ptr<SqliteFile> SqliteFile::Open(const QString& path, Mode mode, Fau
         fault = FaultOf(file->database_.lastError());
         return nullptr;
     }
-    return file;
+    return InstallLike(file->database_, fault) ? std::move(file) : nullptr;
 }
 
 QSqlQuery SqliteFile::NewQuery() const {

@@ -24,11 +24,11 @@ QString Differs(const char* what, int held, int drawn) {
 
 QString RowDifference(const Control& control, const desktop::ListTable& table) {
     const int count = static_cast<int>(control.Rows().size());
-    if (count != table.rowCount()) return Differs("number of rows", count, table.rowCount());
+    if (count != table.RowCount()) return Differs("number of rows", count, table.RowCount());
     for (int row = 0; row < count; ++row)
-        for (int column = 0; column < table.columnCount(); ++column) {
+        for (int column = 0; column < static_cast<int>(control.columns.size()); ++column) {
             const QString held = control.Rows()[static_cast<std::size_t>(row)].cells.value(column);
-            const QString drawn = table.item(row, column)->text();
+            const QString drawn = table.CellText(row, column);
             if (held != drawn) return Told("a cell", held, drawn);
         }
     return Differs("selected row", control.ListIndex(), table.SelectedRow());

@@ -2,7 +2,8 @@
 
 namespace drive {
 
-DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock) : hands_(*this), loop_(*this, clock) {
+DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock)
+    : WindowHost(QString()), hands_(*this), loop_(*this, clock) {
     loop_.SetHands(hands_);
 }
 

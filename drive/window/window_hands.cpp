@@ -10,10 +10,10 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QTabBar>
-#include <QTableWidget>
 #include <QtTest/QTest>
 #include <algorithm>
 
+#include "desktop/list_table.h"
 #include "drive/window/drawn_difference.h"
 #include "drive/window/widget_input.h"
 #include "screen/user_input.h"
@@ -132,6 +132,7 @@ void WindowHands::DoubleClick(Control& control) {
     const desktop::ControlWidget widget = WidgetOf(control);
     // On a list the first click would choose the row under the mouse; the gesture is meant for the chosen one.
     const bool needsFirst = control.IsEntry() && control.Owner().Focused() != &control;
+    if (control.Kind() == ControlKind::ListView) static_cast<desktop::ListTable*>(widget.whole)->PaintNow();
     const QPointer<QWidget> still = widget.mouse;
     const QPoint place(5, widget.mouse->height() / 2);
     if (needsFirst) ClickAt(*widget.mouse, place);
@@ -161,15 +162,17 @@ void WindowHands::SetValue(Control& control, int value) {
 }
 
 void WindowHands::SelectRow(Control& control, int row) {
-    auto* table = qobject_cast<QTableWidget*>(WidgetOf(control).whole);
-    table->scrollToItem(table->item(row, 0));
+    auto* table = static_cast<desktop::ListTable*>(WidgetOf(control).whole);
+    table->scrollTo(table->model()->index(row, 0));
+    // A hand clicks what the eye saw.
+    table->PaintNow();
     const QPoint place(table->columnViewportPosition(0) + 3,
                        table->rowViewportPosition(row) + table->rowHeight(row) / 2);
     ClickAt(*table->viewport(), place);
 }
 
 void WindowHands::ClickHeader(Control& control, int column) {
-    auto* table = qobject_cast<QTableWidget*>(WidgetOf(control).whole);
+    auto* table = static_cast<desktop::ListTable*>(WidgetOf(control).whole);
     QHeaderView* header = table->horizontalHeader();
     const QPoint place(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
     ClickAt(*header->viewport(), place);

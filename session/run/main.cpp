@@ -39,8 +39,9 @@ class Client {
     suite::ViewingLog viewingLog_{context_, data_, series_, outside_.clock};
     suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
     SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
-    diary::DiaryContext diary_{context_, data_,       outside_.host, outside_.clock,   permissions_,
-                               company_, viewingLog_, phones_,       [this] { End(); }};
+    lists::PickState pick_;
+    diary::DiaryContext diary_{context_, data_,       outside_.host, outside_.clock, permissions_,
+                               company_, viewingLog_, phones_,       pick_,          [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
 };
 

@@ -139,17 +139,6 @@ TEST_F(Window, ThePostcodeIsDrawnBareWhileItIsTyped) {
     EXPECT_EQ(line.text(), QString("100-0001"));
 }
 
-TEST_F(Window, AListCopiesItsChosenRow) {
-    sample.At("tab_詳細").SetListIndex(1);
-    Go("書類");
-    QApplication::clipboard()->setText("前");
-    QTest::keyClick(&Keys("書類"), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), QString("前"));
-    QTest::keyClick(&Keys("書類"), Qt::Key_End);
-    QTest::keyClick(&Keys("書類"), Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), QString("丙\t20260103"));
-}
-
 TEST_F(Window, ADisabledFormIsDrawnAndTakesNothing) {
     sample.form.SetEnabled(false);
     EXPECT_TRUE(Keys("btn_登録").isEnabled());

@@ -1,0 +1,186 @@
+#include "lists/list_window.h"
+
+#include <algorithm>
+
+#include "screen/focus_walk.h"
+
+namespace lists {
+
+using screen::Control;
+using screen::ListRow;
+
+ListWindow::ListWindow(const ListDescription& description, ListServices services, ListWindows& others)
+    : description_(description), services_(services), others_(others), form_(description.name) {
+    BuildItems();
+    form_.SetCaption(description.title);
+    form_.onLoad = [this] {
+        if (!loaded_) FirstLoad();
+        loaded_ = true;
+        // Where there is nothing to type the arrow keys are wanted at once.
+        if (description_.items.empty()) form_.SetFocus(*list_);
+    };
+    form_.onEscape = [this] { GoBack(); };
+    form_.onQueryClose = [this] {
+        GoBack();
+        return false;
+    };
+}
+
+void ListWindow::Run() {
+    form_.openedBeside = services_.pick.ReturnFocusControl;
+    form_.SetEnabled(true);
+    services_.host.ShowModal(form_);
+}
+
+void ListWindow::SearchBy(int mode) {
+    searchMode_ = mode;
+    Search();
+    form_.SetFocus(*list_);
+}
+
+void ListWindow::Search() {
+    std::vector<ListRow> rows;
+    services_.host.SetBusy(true);
+    for (const ListStatement& statement : description_.statements)
+        if (statement.checkBox.isEmpty() || At(statement.checkBox).Value() != 0) RunStatement(statement, rows);
+    const int count = static_cast<int>(rows.size());
+    ShowRows(Sorted(std::move(rows)));
+    services_.host.SetBusy(false);
+    At(QStringLiteral("lab_注意")).SetVisible(count >= kMostRows);
+    At(QStringLiteral("lab_件数")).SetCaption(QStringLiteral("%1件").arg(count));
+    RefreshButtons();
+}
+
+void ListWindow::RunStatement(const ListStatement& statement, std::vector<ListRow>& rows) {
+    if (rows.size() >= kMostRows) return;
+    const session::SessionContext& session = services_.session;
+    const SearchValues values{
+        session.DbKind, services_.pick.ListCondition, session.SiteCode, session.OperatingSiteCode, values_, classIndex_,
+        classAll_};
+    const QString sql = BuildSearchSql(description_, statement, searchMode_, values);
+    std::unique_ptr<store::Recordset> found;
+    if (sql.isEmpty() || !services_.data.OpenMainRecordset(found, sql)) return;
+    for (; !found->Eof() && rows.size() < kMostRows; found->MoveNext()) {
+        ListRow row;
+        row.key = statement.keyPrefix + found->Value(description_.keyColumn).value_or(QString());
+        for (const ListColumn& column : description_.columns)
+            row.cells << (column.source.isEmpty() ? statement.firstText
+                                                  : found->Value(column.source).value_or(QString()));
+        rows.push_back(std::move(row));
+    }
+}
+
+void ListWindow::ShowRows(std::vector<ListRow> rows) {
+    list_->SetRows(std::move(rows));
+}
+
+std::vector<ListRow> ListWindow::Sorted(std::vector<ListRow> rows) const {
+    if (sortKey_ < 0) return rows;
+    std::stable_sort(rows.begin(), rows.end(), [this](const ListRow& a, const ListRow& b) {
+        const int order = a.cells.value(sortKey_).compare(b.cells.value(sortKey_), Qt::CaseInsensitive);
+        return descending_ ? order > 0 : order < 0;
+    });
+    return rows;
+}
+
+void ListWindow::SortBy(int column) {
+    if (sortKey_ == column)
+        descending_ = !descending_;
+    else
+        sortKey_ = column;
+    // The row that was selected stays it, wherever it now stands.
+    const int selected = list_->ListIndex();
+    const QString key = selected < 0 ? QString() : list_->Rows()[static_cast<std::size_t>(selected)].key;
+    ShowRows(Sorted(list_->Rows()));
+    if (selected < 0) return;
+    const auto place =
+        std::find_if(list_->Rows().begin(), list_->Rows().end(), [&key](const ListRow& row) { return row.key == key; });
+    list_->SetListIndex(static_cast<int>(place - list_->Rows().begin()));
+}
+
+void ListWindow::Pick() {
+    const int selected = list_->ListIndex();
+    if (selected < 0) return;
+    const ListRow row = list_->Rows()[static_cast<std::size_t>(selected)];
+    PickState& pick = services_.pick;
+    const bool leavesKey = description_.kind == ListKind::Number || description_.keepsKeyInCondition;
+    if (leavesKey) pick.ListCondition = row.key;
+    Control& target = *pick.ReturnFocusControl;
+    target.SetText(description_.keepsKeyInCondition ? row.key.mid(2) : row.cells.value(0));
+    CloseWindow();
+    const bool nested = pick.NestedListOpen == 1;
+    EnableCaller();
+    if (!leavesKey && description_.kind != ListKind::Name) pick.ListCondition.clear();
+    target.Owner().SetFocus(target);
+    if (!pick.PendingFocusControl) return;
+    // A caller on the main form may have its next item out of reach; one in an outer list never has.
+    if (!nested) pick.PendingFocusControl = screen::AdvanceFocusTarget(services_.mainForm, pick.PendingFocusControl);
+    pick.PendingFocusControl->Owner().SetFocus(*pick.PendingFocusControl);
+}
+
+void ListWindow::GoBack() {
+    PickState& pick = services_.pick;
+    CloseWindow();
+    EnableCaller();
+    if (description_.kind != ListKind::Name) pick.ListCondition.clear();
+    pick.ReturnFocusControl->Owner().SetFocus(*pick.ReturnFocusControl);
+}
+
+void ListWindow::CloseWindow() {
+    if (description_.kind == ListKind::KeepsState) {
+        services_.host.Hide(form_);
+        return;
+    }
+    loaded_ = false;
+    services_.host.Unload(form_);
+}
+
+void ListWindow::EnableCaller() {
+    if (services_.pick.NestedListOpen == 1)
+        services_.pick.OuterListWindow->Form().SetEnabled(true);
+    else
+        services_.mainForm.SetEnabled(true);
+}
+
+void ListWindow::OpenNested(const SearchItem& item) {
+    PickState& pick = services_.pick;
+    Control& control = At(item.name);
+    ListWindow* nested = others_.Find(item.nestedList);
+    if (nested && (!item.markFirst || pick.ActiveEntryControl == &control)) {
+        // The caller's two controls come back behind the nested pick; its condition doesn't: the searches that follow
+        // run without it. A list opened out of a nested one gives the nesting back as it was.
+        const PickState before = pick;
+        pick.OuterListWindow = this;
+        pick.NestedListOpen = 1;
+        form_.SetEnabled(false);
+        pick.ListCondition.clear();
+        pick.ReturnFocusControl = &control;
+        pick.PendingFocusControl = &At(item.nextItem.isEmpty() ? item.button : item.nextItem);
+        nested->Run();
+        pick.NestedListOpen = before.NestedListOpen;
+        pick.OuterListWindow = before.OuterListWindow;
+        pick.ReturnFocusControl = before.ReturnFocusControl;
+        pick.PendingFocusControl = before.PendingFocusControl;
+    }
+    pick.ActiveEntryControl = &control;
+}
+
+void ListWindows::OpenListWindow(const QString& name, const QString& condition, Control& returnTo, Control& next) {
+    ListWindow* window = Find(name);
+    if (!window) return;
+    services_.mainForm.SetEnabled(false);
+    services_.pick.ListCondition = condition;
+    services_.pick.ReturnFocusControl = &returnTo;
+    services_.pick.PendingFocusControl = &next;
+    window->Run();
+}
+
+ListWindow* ListWindows::Find(const QString& name) {
+    const auto known = windows_.constFind(name);
+    if (known != windows_.cend()) return known->get();
+    const ListDescription* description = FindList(name);
+    if (!description) return nullptr;
+    return windows_.insert(name, std::make_shared<ListWindow>(*description, services_, *this))->get();
+}
+
+}  // namespace lists

@@ -1,0 +1,128 @@
+// The search values of a list window: how they open, are taken over, committed, shown and cleared.
+#include "items/display_forms.h"
+#include "items/text_rules.h"
+#include "lists/condition_value.h"
+#include "lists/list_window.h"
+
+namespace lists {
+
+using screen::Control;
+
+void ListWindow::FirstLoad() {
+    searchMode_ = 0;
+    sortKey_ = -1;
+    descending_ = false;
+    for (const Classification& classification : description_.classifications)
+        FillClassification(classification);
+    for (const CheckBox& box : description_.checkBoxes)
+        At(box.name).SetValue(box.on ? 1 : 0);
+    TakeOverCondition(true);
+    ShowValues();
+    Search();
+}
+
+void ListWindow::FillClassification(const Classification& classification) {
+    std::unique_ptr<store::Recordset> row;
+    QStringList names;
+    const bool any = services_.data.OpenMainRecordset(row, "SELECT * FROM " + classification.table + " ORDER BY 区分");
+    for (; any && !row->Eof(); row->MoveNext())
+        names << row->Value(QStringLiteral("名称")).value_or(QString());
+    // The index of a name is its code; the one behind the last code means all.
+    const int all = static_cast<int>(names.size());
+    names << QStringLiteral("全て");
+    At(classification.item + "名称").SetEntries(names);
+    At(classification.item).maximum = all;
+    classAll_[classification.item] = all;
+    classIndex_[classification.item] = classification.opening < 0 ? all : std::min(classification.opening, all);
+}
+
+QString ListWindow::OpeningValue(const SearchItem& item, bool firstLoad) const {
+    switch (item.opening) {
+        case Opening::Empty:
+            return {};
+        case Opening::MainStaff:
+            if (!firstLoad) return {};
+            [[fallthrough]];
+        case Opening::MainStaffAlways: {
+            const Control* staff = services_.mainForm.Find(QStringLiteral("担当者コード"));
+            return staff ? staff->Text() : QString();
+        }
+        case Opening::ReturnPrefix:
+            break;
+    }
+    if (!firstLoad) return {};
+    const Control* asked = services_.pick.ReturnFocusControl;
+    const QString digits = items::DigitsOnly(asked ? asked->Text().left(3) : QString());
+    return digits.size() < 3 ? QStringLiteral("100") : digits;
+}
+
+void ListWindow::TakeOverCondition(bool firstLoad) {
+    QString& condition = services_.pick.ListCondition;
+    for (const SearchItem& item : description_.items) {
+        QString value = OpeningValue(item, firstLoad);
+        if (!item.conditionColumn.isEmpty() && condition.contains(item.conditionColumn, Qt::CaseInsensitive))
+            value = TakeConditionValue(item.conditionColumn, condition);
+        values_[item.name] = value;
+        LookUpName(item);
+    }
+    for (const Classification& classification : description_.classifications) {
+        const QString& text = classification.conditionText;
+        if (text.isEmpty() || !condition.contains(text, Qt::CaseInsensitive)) continue;
+        const QString column = text.left(text.lastIndexOf(QStringLiteral(" =")));
+        const int index = items::Val16(TakeConditionValue(column, condition));
+        classIndex_[classification.item] = std::clamp(index, 0, classAll_.value(classification.item));
+    }
+}
+
+void ListWindow::LookUpName(const SearchItem& item) {
+    if (item.nameItem.isEmpty()) return;
+    QString& name = values_[item.nameItem];
+    name.clear();
+    const QString code = values_.value(item.name);
+    std::unique_ptr<store::Recordset> row;
+    if (code.isEmpty() || !services_.data.OpenMainRecordset(row, item.nameSql + code + "'")) return;
+    name = row->Value(row->Columns().value(0)).value_or(QString());
+}
+
+void ListWindow::CommitItem(const SearchItem& item) {
+    const QString text = At(item.name).Text();
+    if (item.commit != CommitRule::Always && items::DigitsOnly(text).isEmpty()) return;
+    const QString value =
+        item.commit == CommitRule::Postcode ? items::NormalizePostcodeText(text) : items::FormatToMask(text, item.mask);
+    if (value == values_.value(item.name) && value == text) return;
+    values_[item.name] = value;
+    LookUpName(item);
+    ShowValues();
+}
+
+void ListWindow::ShowValues() {
+    showing_ = true;
+    for (const SearchItem& item : description_.items) {
+        At(item.name).SetText(values_.value(item.name));
+        if (!item.nameItem.isEmpty()) At(item.nameItem).SetText(values_.value(item.nameItem));
+    }
+    for (const Classification& classification : description_.classifications) {
+        const int index = classIndex_.value(classification.item);
+        At(classification.item).SetValue(index);
+        At(classification.item + "名称").SetListIndex(index);
+    }
+    showing_ = false;
+    RefreshButtons();
+}
+
+void ListWindow::RefreshButtons() {
+    for (const SearchItem& item : description_.items)
+        if (item.mode > 0) At(item.button).SetEnabled(!At(item.name).RawText().trimmed().isEmpty());
+}
+
+void ListWindow::Clear() {
+    searchMode_ = 0;
+    // The caller's condition goes too: a clear shows more than the caller asked for, and is meant to.
+    if (description_.takesCondition) services_.pick.ListCondition.clear();
+    TakeOverCondition(false);
+    ShowValues();
+    Search();
+    form_.SetFocus(*list_);
+}
+
+}  // namespace lists

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+// Texts as people search for them: however a name was typed, in half or full width, in hiragana or katakana, in
+// capitals or small letters, it is found. What tells words apart stays: a voiced mark (は, ば), a small kana (つ, っ),
+// a long vowel, and everything about kanji.
+namespace store {
+
+/// One letter after the fold: a code point, or kBrokenByte plus the byte for what isn't UTF-8.
+using Letter = std::uint32_t;
+inline constexpr Letter kBrokenByte = 0x110000;
+
+/// Appends the folded letters of a UTF-8 text. A kana and the voiced mark behind it, in whatever width, are one letter.
+void FoldLetters(std::string_view text, std::vector<Letter>& letters);
+
+/// The pattern of a LIKE: "%" stands for any letters, "_" for one (a kana with its voiced mark is one); full-width ％
+/// and ＿ stand for themselves. The whole text has to match.
+class LikePattern {
+  public:
+    /// Reads the pattern once, for many texts. Behind `escape` (a code point) a character stands for itself; with none
+    /// behind it the pattern matches nothing.
+    explicit LikePattern(std::string_view pattern, std::optional<Letter> escape = {});
+
+    /// Takes time for the length of the text times that of the pattern at worst. Not for two threads at a time.
+    bool Matches(std::string_view text);
+
+  private:
+    bool MatchesLetters() const;
+
+    bool dangling_ = false;  // ends in the escape character
+    std::vector<Letter> pattern_;
+    std::vector<Letter> text_;  // kept, so that not every text needs memory of its own
+};
+
+/// The code point of a text of exactly one character, such as that behind ESCAPE; nothing for any other text.
+std::optional<Letter> OnlyCharacter(std::string_view text);
+
+}  // namespace store
