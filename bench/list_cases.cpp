@@ -5,7 +5,7 @@
 namespace bench {
 namespace {
 
-constexpr int kActive = 1;        // the trading state on which the party lists open
+constexpr int kActive = 1;         // the trading state on which the party lists open
 constexpr int kTradingStates = 3;  // one behind the last: all
 
 struct Search {
@@ -21,9 +21,9 @@ QHash<QString, QString> SampleParty(store::Connection& store) {
     const auto counted = store.Query("SELECT COUNT(*) AS 件数 FROM M得意先", fault);
     const int count = counted ? counted->Value("件数").value_or("0").toInt() : 0;
     QHash<QString, QString> sample;
-    const auto rows = store.Query(
-        QString("SELECT * FROM M得意先 WHERE コード >= '%1' ORDER BY コード LIMIT 1").arg(count / 2, 6, 10, QChar(u'0')),
-        fault);
+    const auto rows = store.Query(QString("SELECT * FROM M得意先 WHERE コード >= '%1' ORDER BY コード LIMIT 1")
+                                      .arg(count / 2, 6, 10, QChar(u'0')),
+                                  fault);
     if (!rows || rows->Eof()) return sample;
     for (const QString& column : rows->Columns())
         sample.insert(column, rows->Value(column).value_or(QString()));
