@@ -39,7 +39,8 @@ std::optional<double> TimeSave(const QString& path, store::Fault& fault) {
             good =
                 store->Execute(QString("INSERT INTO M得意先 SELECT 'X%1', 略称, カナ, 名称A, 名称B, 郵便番号, 住所A, "
                                        "住所B, 住所C, 電話, 電話番号, FAX, 担当者コード, 取引状況区分, "
-                                       "名称入力区分, 御担当者名, 担当者電話 FROM M得意先 WHERE コード = '%2'")
+                                       "名称入力区分, 御担当者名, 担当者電話 FROM M得意先 WHERE コード <= '%2' ORDER "
+                                       "BY コード DESC LIMIT 1")
                                    .arg(next, 5, 10, QChar(u'0'))
                                    .arg(1 + next * 97, 6, 10, QChar(u'0')),
                                fault) &&

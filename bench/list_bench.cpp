@@ -96,7 +96,7 @@ bool RunListBench(const QString& mainStore, const Fill& fill, QTextStream& out) 
     }
     const std::vector<ListCase> cases = PartyCases(*store);
     if (cases.empty()) {
-        out << "The store has no customers: " << mainStore << '\n';
+        out << "The store has no parties: " << mainStore << '\n';
         return false;
     }
     out << "Medians in ms. engine: the statement stepped by the engine's own interface; query: by the program's "

@@ -1,7 +1,5 @@
 #include "bench/list_cases.h"
 
-#include <array>
-
 namespace bench {
 namespace {
 
@@ -15,15 +13,16 @@ struct Search {
     QString value;
 };
 
-// A party from the middle of the customers.
-QHash<QString, QString> SampleParty(store::Connection& store) {
+// A party from the middle of a master.
+QHash<QString, QString> SampleParty(store::Connection& store, const QString& table) {
     store::Fault fault;
-    const auto counted = store.Query("SELECT COUNT(*) AS 件数 FROM M得意先", fault);
+    const auto counted = store.Query("SELECT COUNT(*) AS 件数 FROM " + table, fault);
     const int count = counted ? counted->Value("件数").value_or("0").toInt() : 0;
     QHash<QString, QString> sample;
-    const auto rows = store.Query(QString("SELECT * FROM M得意先 WHERE コード >= '%1' ORDER BY コード LIMIT 1")
-                                      .arg(count / 2, 6, 10, QChar(u'0')),
-                                  fault);
+    const auto rows =
+        store.Query("SELECT TOP 1 * FROM " + table +
+                        QString(" WHERE コード >= '%1' ORDER BY コード").arg(count / 2, 6, 10, QChar(u'0')),
+                    fault);
     if (!rows || rows->Eof()) return sample;
     for (const QString& column : rows->Columns())
         sample.insert(column, rows->Value(column).value_or(QString()));
@@ -80,13 +79,15 @@ QStringList ListCase::Statements() const {
 }
 
 std::vector<ListCase> PartyCases(store::Connection& store) {
-    const QHash<QString, QString> sample = SampleParty(store);
     std::vector<ListCase> cases;
-    if (sample.isEmpty()) return cases;
-    for (const QString name :
-         {"wnd得意先一覧", "wnd納品先一覧", "wnd仕入先一覧", "wndメーカ一覧", "wnd対応先一覧", "wnd相手先一覧"})
+    for (const QString kind : {"得意先", "納品先", "仕入先", "メーカ", "対応先", "相手先"}) {
+        // The last one searches all masters; a customer will do.
+        const auto sample = SampleParty(store, u'M' + (kind == "相手先" ? QString("得意先") : kind));
+        const lists::ListDescription* list = lists::FindList("wnd" + kind + "一覧");
+        if (!list || sample.isEmpty()) continue;
         for (const Search& search : Searches(sample))
-            if (const lists::ListDescription* list = lists::FindList(name)) cases.push_back(MakeCase(*list, search));
+            cases.push_back(MakeCase(*list, search));
+    }
     return cases;
 }
 

@@ -9,6 +9,7 @@
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -53,6 +54,8 @@ FormView::FormView(screen::Form& form, std::function<void()> closeAsked, QWidget
     gestures_ = std::make_unique<Gestures>(*this);
     MakeWidgets();
     area_->setWidget(content_);
+    for (const QScrollBar* bar : {area_->horizontalScrollBar(), area_->verticalScrollBar()})
+        connect(bar, &QScrollBar::rangeChanged, this, [this] { ShowFocused(); });
     ring_ = new FocusRing(content_);
     form.watcher = this;
     FormChanged();
@@ -188,13 +191,6 @@ void FormView::FormChanged() {
 void FormView::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     // Only now the items have their places.
-    content_->layout()->activate();
-    ShowFocused();
-}
-
-void FormView::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    layout()->activate();
     content_->layout()->activate();
     ShowFocused();
 }

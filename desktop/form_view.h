@@ -51,7 +51,6 @@ class FormView : public QWidget, public screen::FormWatcher {
   protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void MakeWidgets();

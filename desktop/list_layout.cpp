@@ -119,13 +119,7 @@ void LayOutHead(const Frame& frame, QVBoxLayout& whole) {
 
 void LayOutFoot(const Frame& frame, QVBoxLayout& whole) {
     QHBoxLayout* row = NewRow(whole);
-    if (frame.limit) {
-        // Its place is kept free, so that the list stays as large when the notice comes and goes.
-        QSizePolicy policy = frame.limit->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        frame.limit->setSizePolicy(policy);
-        row->addWidget(frame.limit);
-    }
+    if (frame.limit) row->addWidget(frame.limit);
     row->addStretch(1);
     if (!frame.count) return;
     frame.count->setMinimumWidth(frame.count->fontMetrics().horizontalAdvance(QStringLiteral("0000件")));

@@ -91,6 +91,7 @@ ListTable::ListTable(const screen::Control& control, QWidget* parent)
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
@@ -104,9 +105,8 @@ void ListTable::Draw(const screen::Control& control) {
     if (RowCount() == 0 || rows_->columnCount() == 0) return;
     const int row = control.ListIndex();
     const bool chosen = row >= 0 && row < RowCount();
-    // Some screen readers fall over a table without a current cell, so one stays even when no row is chosen. It lies in
-    // the first column that can be seen: another one would scroll the table sideways.
-    const QModelIndex current = rows_->index(chosen ? row : 0, std::max(columnAt(0), 0));
+    // Some screen readers fall over a table without a current cell, so one stays even when no row is chosen.
+    const QModelIndex current = rows_->index(chosen ? row : 0, 0);
     if (chosen)
         selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     else
@@ -169,6 +169,12 @@ QSize ListTable::sizeHint() const {
     const int height =
         horizontalHeader()->sizeHint().height() + preferredRows_ * verticalHeader()->defaultSectionSize();
     return {width + frame, height + frame};
+}
+
+void ListTable::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int sideways = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(sideways);
 }
 
 void ListTable::resizeEvent(QResizeEvent* event) {

@@ -41,6 +41,8 @@ class ListTable : public QTableView {
     void SetChosenWidths(const QList<int>& widths);
 
     QSize sizeHint() const override;
+    /// Scrolls to the row; sideways the list stays where the user scrolled it.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -133,7 +133,9 @@ FormView* WindowHost::MakeView(screen::Form& form, FormView* below) {
     auto* view = new FormView(
         form, [this, &form] { CloseByFrame(form); }, below, flags);
     views_[&form] = view;
-    places_.Recall(*view, view->screen()->availableSize() - kFrame);
+    const QSize room = view->screen()->availableSize() - kFrame;
+    if (below) view->resize(view->size().boundedTo(room));
+    places_.Recall(*view, room);
     openedSizes_[view] = view->size();
     return view;
 }

@@ -5,107 +5,13 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <QScrollArea>
 #include <QScrollBar>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest/QTest>
 
-#include "desktop/list_table.h"
-#include "desktop/window_host.h"
 #include "drive/window/window_hands.h"
-#include "sample_screen.h"
-
-using screen::Control;
-using screen::ControlKind;
+#include "sample_list.h"
 
 namespace {
-
-std::vector<screen::ListRow> Rows(int count, const QString& mark = QStringLiteral("葛城")) {
-    std::vector<screen::ListRow> rows;
-    for (int row = 0; row < count; ++row) {
-        const QString code = QString("%1").arg(row + 1, 5, 10, QChar('0'));
-        rows.push_back({"C" + code, {code, mark + code, "本社", "営業部", "第一課"}});
-    }
-    return rows;
-}
-
-/// A list window with every sort of search item. It writes down the rows that are picked.
-struct SampleList {
-    explicit SampleList(const char* name = "wnd見本一覧") : form(QString::fromUtf8(name)) {
-        form.SetCaption("見本一覧");
-        form.Add(ControlKind::SSPanel, "wnd_ttl", "見本一覧");
-        AddItem("コード", "btn_コード検索", 5).use = screen::EntryUse::Code;
-        form.Add(ControlKind::CaptionLabel, "lab_コード", "以降");
-        AddItem("名称", "btn_名称検索", 40);
-        AddItem("部門コード", "btn_部門コード検索", 3);
-        Control& echo = form.Add(ControlKind::EntryField, "部門名");
-        echo.readOnly = true;
-        echo.SetTabStop(false);
-        AddItem("電話", "btn_電話番号検索", 0);
-        form.Add(ControlKind::SSPanel, "itm_ttl_在籍区分", "在籍区分");
-        form.Add(ControlKind::EntryNumber, "在籍区分");
-        form.Add(ControlKind::ComboBox, "在籍区分名称").SetEntries({"在籍", "退職", "全て"});
-        form.Add(ControlKind::CheckBox, "chb_得意先", "得意先");
-        form.Add(ControlKind::CheckBox, "chb_対応先", "対応先");
-        form.Add(ControlKind::SSCommand, "btn_複合検索", "検索");
-        form.Add(ControlKind::SSCommand, "btn_否定検索", "否検索");
-        form.Add(ControlKind::SSCommand, "btn_画面クリア", "条件ｸﾘｱ");
-        list = &form.Add(ControlKind::ListView, "List見本");
-        list->columns = {{"コード", 750}, {"氏名", 2500}, {"事業所", 2300}, {"部門", 2300}, {"セクション", 2300}};
-        list->onDoubleClick = [this] {
-            if (list->ListIndex() >= 0) picked << QString::number(list->ListIndex());
-        };
-        form.Add(ControlKind::SSCommand, "btn_戻る", "戻る");
-        form.Add(ControlKind::CaptionLabel, "lab_注意", "一回の検索で1000件までを表示します。").SetVisible(false);
-        form.Add(ControlKind::CaptionLabel, "lab_件数", "3件");
-        form.Add(ControlKind::CaptionLabel, "lab_他", "どこにも属さない");
-        list->SetRows(Rows(3));
-    }
-    Control& AddItem(const QString& name, const QString& button, int length) {
-        Control& entry = form.Add(ControlKind::EntryField, name);
-        entry.maxLength = length;
-        form.Add(ControlKind::SSCommand, button, name + "検索");
-        return entry;
-    }
-    Control& At(const char* name) { return form.At(QString::fromUtf8(name)); }
-
-    screen::Form form;
-    Control* list;
-    QStringList picked;
-};
-
-class ListWindow : public testing::Test {
-  protected:
-    ListWindow() { host.Show(caller.form); }
-    ~ListWindow() override {
-        host.Unload(sample.form);
-        host.Unload(caller.form);
-    }
-    void Open() {
-        sample.form.openedBeside = &caller.At("コード");
-        host.Show(sample.form);
-        sample.form.SetFocus(*sample.list);
-        host.ProcessEvents();
-    }
-    static desktop::ListTable& TableOf(desktop::WindowHost& of, SampleList& list) {
-        return static_cast<desktop::ListTable&>(*of.ViewOf(list.form)->WidgetOf(*list.list)->whole);
-    }
-    desktop::FormView& View() { return *host.ViewOf(sample.form); }
-    desktop::ListTable& Table() { return TableOf(host, sample); }
-    QWidget& Whole(const char* name) { return *View().WidgetOf(sample.At(name))->whole; }
-    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        QTest::keyClick(&Table(), key, modifiers);
-    }
-    QPoint PlaceOfRow(int row) { return {4, Table().rowViewportPosition(row) + Table().rowHeight(row) / 2}; }
-    void Press(int row) { QTest::mousePress(Table().viewport(), Qt::LeftButton, {}, PlaceOfRow(row)); }
-
-    QTemporaryDir folder;
-    QString places = folder.filePath("設定/windows.ini");
-    desktop::WindowHost host{places};
-    SampleScreen caller;
-    SampleList sample;
-};
 
 /// Shortest of a few runs, in nanoseconds.
 qint64 Shortest(const std::function<void()>& work) {
@@ -161,129 +67,18 @@ TEST_F(ListWindow, TheListTakesTheRoomAndKeepsItWhenTheNoticeComes) {
     host.ProcessEvents();
     EXPECT_EQ(Table().height(), height + 90);
     EXPECT_EQ(Table().columnWidth(0), 50);
-    EXPECT_FALSE(Table().horizontalScrollBar()->isVisible());
-}
-
-TEST_F(ListWindow, ComesUpAgainAsItWasLeft) {
-    sample.list->SetRows(Rows(200));
-    Open();
-    Key(Qt::Key_End);
-    Table().setColumnWidth(1, 222);
-    View().resize(777, 555);
+    // The last column takes what is left, and no less than it was designed for.
+    EXPECT_EQ(Table().horizontalHeader()->length(), Table().viewport()->width());
+    View().resize(500, View().height());
     host.ProcessEvents();
-    const desktop::FormView* view = &View();
-    const int scrolled = Table().verticalScrollBar()->value();
-    EXPECT_GT(scrolled, 0);
-    host.Hide(sample.form);
-    host.ProcessEvents();
-    EXPECT_FALSE(view->isVisible());
-    Open();
-    EXPECT_EQ(&View(), view);
-    EXPECT_TRUE(view->isVisible());
-    EXPECT_EQ(view->parentWidget(), host.ViewOf(caller.form));
-    EXPECT_EQ(view->size(), QSize(777, 555));
-    EXPECT_EQ(Table().columnWidth(1), 222);
-    EXPECT_EQ(Table().SelectedRow(), 199);
-    EXPECT_EQ(Table().verticalScrollBar()->value(), scrolled);
-    EXPECT_EQ(drive::WindowHands(host).DrawnDifference(sample.form).toStdString(), "");
-}
-
-TEST_F(ListWindow, OutlivesTheWindowItWasOpenedOver) {
-    auto outer = std::make_unique<SampleList>("wnd外側一覧");
-    host.Show(outer->form);
-    sample.form.openedBeside = &outer->At("コード");
-    host.Show(sample.form);
-    host.Hide(sample.form);
-    host.Unload(outer->form);
-    host.ProcessEvents();
-    sample.form.openedBeside = nullptr;
-    outer.reset();
-    sample.list->SetRows(Rows(7));
-    Open();
-    EXPECT_EQ(Table().RowCount(), 7);
-}
-
-TEST_F(ListWindow, IsAModalDialogAndTakesNothingWhileHidden) {
-    bool modal = false;
-    QTimer::singleShot(0, host.ViewOf(caller.form), [&] {
-        modal = View().windowModality() == Qt::ApplicationModal && View().windowType() == Qt::Dialog;
-        host.Unload(sample.form);
-    });
-    host.ShowModal(sample.form);
-    EXPECT_TRUE(modal);
-    Open();
-    host.Hide(sample.form);
-    QTest::keyClicks(&Whole("名称"), "x");
-    QTest::mouseClick(&Whole("chb_得意先"), Qt::LeftButton);
-    EXPECT_EQ(sample.At("名称").RawText(), QString());
-    EXPECT_EQ(sample.At("chb_得意先").Value(), 0);
-    EXPECT_EQ(sample.form.Focused(), nullptr);
-}
-
-TEST_F(ListWindow, RemembersFromRunToRunWhatTheUserChanged) {
-    Open();
-    const QSize designed = View().size();
-    host.Unload(sample.form);
-    EXPECT_FALSE(QFile::exists(places));
-    Open();
-    Table().setColumnWidth(1, 222);
-    host.Unload(sample.form);
-    {
-        desktop::WindowHost next(places);
-        SampleList again;
-        next.Show(again.form);
-        EXPECT_EQ(next.ViewOf(again.form)->size(), designed);
-        EXPECT_EQ(TableOf(next, again).columnWidth(1), 222);
-        EXPECT_EQ(TableOf(next, again).columnWidth(0), 50);
-        next.ViewOf(again.form)->resize(701, 480);
-        next.Hide(again.form);
-    }
-    desktop::WindowHost last(places);
-    SampleList again, other("wnd別の一覧");
-    last.Show(again.form);
-    EXPECT_EQ(last.ViewOf(again.form)->size(), QSize(701, 480));
-    EXPECT_EQ(TableOf(last, again).columnWidth(1), 222);
-    last.Show(other.form);
-    EXPECT_EQ(last.ViewOf(other.form)->size(), designed);
-    last.Unload(other.form);
-    last.Unload(again.form);
-}
-
-TEST_F(ListWindow, OpensAsDesignedWhenWhatWasRememberedIsOfNoUse) {
-    Open();
-    const QSize designed = View().size();
-    Table().setColumnWidth(1, 222);
-    View().resize(701, 480);
-    host.Unload(sample.form);
-    QFile remembered(places);
-    ASSERT_TRUE(remembered.open(QIODevice::ReadOnly));
-    const QString good = QString::fromUtf8(remembered.readAll());
-    struct Case {
-        QString from, to;
-        QSize size;
-        int width;
-    };
-    const QSize room = QGuiApplication::primaryScreen()->availableSize();
-    const Case cases[] = {{"701 480", "x", designed, 222},
-                          {"701 480", "99999 480", QSize(room.width() - 8, 480), 222},
-                          {"222, ", "", QSize(701, 480), 166},
-                          {"222", "-5", QSize(701, 480), 12},
-                          {"222", "999999999", QSize(701, 480), 4000},
-                          {"[", "[[\n=;", designed, 166}};
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.to.toStdString());
-        ASSERT_TRUE(good.contains(one.from));
-        const QTemporaryDir other;
-        QFile file(other.filePath("windows.ini"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(QString(good).replace(one.from, one.to).toUtf8());
-        file.close();
-        desktop::WindowHost next(file.fileName());
-        SampleList list;
-        next.Show(list.form);
-        EXPECT_EQ(next.ViewOf(list.form)->size(), one.size);
-        EXPECT_EQ(TableOf(next, list).columnWidth(1), one.width);
-    }
+    EXPECT_EQ(Table().columnWidth(4), 153);
+    // The eye stays at the columns to which the list was scrolled.
+    Table().horizontalScrollBar()->setValue(Table().horizontalScrollBar()->maximum());
+    const int scrolled = Table().horizontalScrollBar()->value();
+    ASSERT_GT(scrolled, 0);
+    Key(Qt::Key_Down);
+    Key(Qt::Key_Down);
+    EXPECT_EQ(Table().horizontalScrollBar()->value(), scrolled);
 }
 
 TEST_F(ListWindow, TypedSearchedAndPickedByKeysAlone) {
@@ -350,6 +145,8 @@ TEST_F(ListWindow, PicksOnlyWhatStandsOnTheScreen) {
     // A click on its way while other rows come in was meant for those that stood there.
     sample.list->SetRows(Rows(50, "本田"));
     sample.list->SetListIndex(-1);
+    Press(1);
+    EXPECT_EQ(sample.list->ListIndex(), -1);
     QTest::mouseDClick(Table().viewport(), Qt::LeftButton, {}, PlaceOfRow(1));
     EXPECT_EQ(sample.list->ListIndex(), -1);
     EXPECT_EQ(sample.picked, QStringList());
@@ -414,46 +211,4 @@ TEST_F(ListWindow, AWaitShowsTheBusyCursorUntilItEnds) {
         host.SetBusy(busy);
         EXPECT_EQ(QGuiApplication::overrideCursor() != nullptr, busy);
     }
-}
-
-TEST(PlaceBeside, KeepsTheItemInSightAndTheWindowOnTheDisplay) {
-    const QRect display(100, 0, 1280, 720);
-    struct Case {
-        QRect asker;
-        QSize window;
-        QPoint expected;
-    };
-    const Case cases[] = {{{200, 100, 60, 24}, {700, 500}, {272, 100}},  {{200, 600, 60, 24}, {700, 500}, {272, 220}},
-                          {{1200, 100, 60, 24}, {700, 500}, {488, 100}}, {{700, 100, 60, 24}, {1000, 500}, {380, 136}},
-                          {{700, 650, 60, 24}, {1000, 500}, {380, 138}}, {{700, 300, 60, 24}, {1000, 700}, {380, 20}},
-                          {{700, 300, 60, 24}, {2000, 900}, {100, 0}},   {{-500, 900, 60, 24}, {300, 300}, {100, 420}}};
-    for (const Case& one : cases)
-        EXPECT_EQ(desktop::PlaceBeside(one.asker, one.window, display), one.expected)
-            << one.asker.x() << ' ' << one.window.width();
-}
-
-TEST(SmallWindow, ScrollsToTheItemInFocus) {
-    desktop::WindowHost host{QString()};
-    screen::Form form("frm活動手帳");
-    FillDiaryForm(form);
-    form.SetFocus(form.At("btn_終了"));
-    host.Show(form);
-    desktop::FormView& view = *host.ViewOf(form);
-    view.resize(500, 300);
-    const auto seen = [&](const Control& control) {
-        host.ProcessEvents();
-        const QWidget& viewport = *view.findChild<QScrollArea*>()->viewport();
-        const QWidget& widget = *view.WidgetOf(control)->whole;
-        return viewport.rect().contains(QRect(widget.mapTo(&viewport, QPoint(0, 0)), widget.size()));
-    };
-    EXPECT_TRUE(seen(form.At("btn_終了")));
-    for (const char* name : {"営業活動日付年", "相手先電話", "btn_参照営業受注", "担当者コード"}) {
-        form.SetFocus(form.At(QString::fromUtf8(name)));
-        EXPECT_TRUE(seen(*form.Focused())) << name;
-    }
-    // The window is made smaller round the item.
-    form.SetFocus(form.At(QStringLiteral("btn_終了")));
-    view.resize(300, 200);
-    EXPECT_TRUE(seen(*form.Focused()));
-    host.Unload(form);
 }
