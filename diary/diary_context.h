@@ -51,6 +51,7 @@ struct DiaryContext {
     identity::CompanyLoader& company;
     suite::ViewingLog& viewingLog;
     numbers::PhoneDirectory& phones;
+    numbers::NumberSeries& series;
     lists::PickState& pick;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;

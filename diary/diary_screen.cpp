@@ -5,6 +5,7 @@
 #include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/focus_gate.h"
+#include "diary/linked_documents.h"
 #include "diary/list_gestures.h"
 #include "diary/painting.h"
 #include "diary/screen_items.h"
@@ -26,6 +27,7 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireCounterparty();
     WireCommands();
     WireLists();
+    WireDocuments();
     diary_.form.onLoad = [this] { Load(); };
     diary_.form.onQueryClose = [this] {
         if (diary_.HandlersAsleep()) return false;
@@ -229,6 +231,22 @@ void DiaryScreen::WireLists() {
     wire("相手先コード", OpenCounterpartyList);
     wire("相手先郵便番号", OpenPostcodeList);
     wire("相手先御担当者コード", OpenContactList);
+}
+
+void DiaryScreen::WireDocuments() {
+    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
+        Control& item = diary_.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No");
+        item.onLostFocus = Awake([this, &item, kind] {
+            diary_.state.LastLeftControl = &item;
+            DocumentNumberLeft(diary_, kind);
+        });
+        diary_.Item("btn_" + item.Name()).onClick =
+            Awake([this, kind] { OpenDocumentList(diary_, kind, Gesture::Button); });
+        item.onKeyDown = [this, kind](screen::Key key) {
+            if (key == screen::Key::Ctrl && !diary_.HandlersAsleep()) OpenDocumentList(diary_, kind, Gesture::Ctrl);
+        };
+        item.onDoubleClick = Awake([this, kind] { OpenDocumentList(diary_, kind, Gesture::DoubleClick); });
+    }
 }
 
 void DiaryScreen::WireCommands() {

@@ -23,6 +23,7 @@ class DiaryScreen {
     void WireCounterparty();
     void WireCommands();
     void WireLists();
+    void WireDocuments();
     void OnLeaving(const char* name, void (*left)(DiaryContext&));
     void LeaveDateOrTime(screen::Control& item, QString& field, const QString& mask, void (*normalize)(DiaryContext&));
 

@@ -159,9 +159,6 @@ void AddDocuments(Form& form) {
         const QByteArray number = (name + "No").toUtf8();
         AddButton(form, ("btn_" + number).constData(), captions[kind]);
         AddEntry(form, {number.constData(), ControlKind::EntryField, EntryUse::Code, 8});
-        // Shown only, until typed numbers are looked up: a number that was typed now would vanish at the next paint.
-        form.At(name + "No").readOnly = true;
-        form.At(name + "No").SetTabStop(false);
         AddButton(form, ("btn_参照" + name).toUtf8().constData(), "参照");
     }
 }

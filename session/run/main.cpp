@@ -40,8 +40,8 @@ class Client {
     suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
     SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
     lists::PickState pick_;
-    diary::DiaryContext diary_{context_, data_,       outside_.host, outside_.clock, permissions_,
-                               company_, viewingLog_, phones_,       pick_,          [this] { End(); }};
+    diary::DiaryContext diary_{context_,    data_,   outside_.host, outside_.clock, permissions_,     company_,
+                               viewingLog_, phones_, series_,       pick_,          [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
 };
 
