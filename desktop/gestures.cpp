@@ -56,7 +56,7 @@ void Gestures::Watch(const ControlWidget& widget) {
         // An assistive tool selects rows in the table itself.
         connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, control, table] {
             if (view_.Drawing() || !view_.Model()) return;
-            if (TakesInput() && table->SelectedRow() >= 0) screen::UserSelectRow(*control, table->SelectedRow());
+            if (TakesInput() && !table->Unpainted() && table->SelectedRow() >= 0) screen::UserSelectRow(*control, table->SelectedRow());
             if (view_.Model()) view_.Draw(*control);
         });
         auto* header = table->horizontalHeader();
@@ -86,11 +86,12 @@ bool Gestures::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonRelease:
             return !TakesInput() || (control && MouseReleased(*control, widget, static_cast<QMouseEvent&>(*event)));
         case QEvent::MouseButtonDblClick:
-            return !TakesInput() || (control && DoubleClicked(*control, widget));
+            return !TakesInput() || (control && DoubleClicked(*control, static_cast<QMouseEvent&>(*event)));
         case QEvent::MouseMove:
             // A press chose the row; dragging on would choose another one behind the form's back.
             return control && control->Kind() == ControlKind::ListView;
         case QEvent::Wheel:
+            ctrlAlone_ = false;
             return control && WheelTurned(*control, widget, static_cast<QWheelEvent&>(*event));
         case QEvent::FocusIn:
             return FocusCame(watched, control, static_cast<QFocusEvent&>(*event));
@@ -128,6 +129,11 @@ bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
     }
     // Who types ahead of a search picks what the search brought: it is shown before the key is heard.
     if (table && table->Unpainted()) table->PaintNow();
+    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    // A key that is held picks or presses once, and doesn't go on in the window behind.
+    if (enter && event.isAutoRepeat() && !(control && control->Kind() == ControlKind::EntryMemo)) return true;
+    // A row that was scrolled out of sight is shown first: what is picked is seen.
+    if (enter && table && table->BringSelectedIntoView()) return true;
     if (const auto key = KeyMeaning(event, control)) {
         screen::UserKey(*view_.Model(), *key);
         return true;
@@ -207,8 +213,14 @@ bool Gestures::MouseReleased(Control& control, const ControlWidget& widget, cons
     return true;
 }
 
-bool Gestures::DoubleClicked(Control& control, const ControlWidget& widget) {
-    if (control.Kind() == ControlKind::ListView && static_cast<ListTable*>(widget.whole)->Unpainted()) return true;
+bool Gestures::DoubleClicked(Control& control, const QMouseEvent& event) {
+    if (event.button() != Qt::LeftButton) return true;
+    if (auto* table = TableOf(&control)) {
+        if (table->Unpainted()) return true;
+        // The row under the mouse is the one that is meant, also where its first click was dropped.
+        const int row = table->rowAt(event.pos().y());
+        if (row >= 0 && row != control.ListIndex()) screen::UserSelectRow(control, row);
+    }
     if (!control.onDoubleClick) return false;
     if (asked_ == &control)
         control.onDoubleClick();

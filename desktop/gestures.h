@@ -34,7 +34,7 @@ class Gestures : public QObject {
     bool MousePressed(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool PressedOnEntry(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool MouseReleased(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
-    bool DoubleClicked(screen::Control& control, const ControlWidget& widget);
+    bool DoubleClicked(screen::Control& control, const QMouseEvent& event);
     bool FocusCame(QObject* watched, screen::Control* control, const QFocusEvent& event);
     bool WheelTurned(screen::Control& control, const ControlWidget& widget, QWheelEvent& event);
 

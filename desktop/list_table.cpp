@@ -141,6 +141,16 @@ void ListTable::CopyRows() const {
     QGuiApplication::clipboard()->setText(text);
 }
 
+bool ListTable::BringSelectedIntoView() {
+    const int row = SelectedRow();
+    if (row < 0) return false;
+    const QModelIndex index = model()->index(row, 0);
+    const QRect rows = visualRect(index);
+    if (rows.top() >= 0 && rows.bottom() <= viewport()->height()) return false;
+    scrollTo(index);
+    return true;
+}
+
 void ListTable::PaintNow() {
     viewport()->repaint();
     unpainted_ = false;

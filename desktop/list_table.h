@@ -20,6 +20,8 @@ class ListTable : public QTableView {
     int RowCount() const;
     /// The text of a cell as it is drawn.
     QString CellText(int row, int column) const;
+    /// Scrolls to the selected row when it is out of sight. True when it was.
+    bool BringSelectedIntoView();
     /// Number of rows that can be seen at a time, at least 1.
     int PageRows() const;
     /// Puts the selected row on the clipboard, or all rows when none is selected: a line each, the cells parted by

@@ -43,11 +43,12 @@ void Take(DiaryContext& diary, const store::Recordset& row, const char* column, 
     Change(diary, field, *value);
 }
 
-/// A pick from the combined list left its row key: "C", the kind, the code.
-void TakePickedKind(DiaryContext& diary) {
+/// A pick from the combined list left its row key: "C", the kind, the code. A key of another code was left by a pick that
+/// changed nothing, and says nothing of this one.
+void TakePickedKind(DiaryContext& diary, const QString& code) {
     QString& condition = diary.pick.ListCondition;
     if (!condition.startsWith(u'C')) return;
-    diary.slot.相手先区分 = items::Val16(condition.mid(1, 1));
+    if (condition.mid(2) == code) diary.slot.相手先区分 = items::Val16(condition.mid(1, 1));
     condition.clear();
 }
 
@@ -111,7 +112,7 @@ void CounterpartyCodeLeft(DiaryContext& diary) {
         diary.slot.相手先コード.clear();
         return;
     }
-    TakePickedKind(diary);
+    TakePickedKind(diary, *code);
     if (diary.slot.相手先区分 == 0) diary.slot.相手先区分 = kLastCounterpartyKind;
     if (const auto row = ResolveCounterparty(diary, *code)) {
         TakeCounterparty(diary, *row);

@@ -111,7 +111,7 @@ void ListWindow::Pick() {
     const bool nested = pick.NestedListOpen == 1;
     EnableCaller();
     if (!leavesKey && description_.kind != ListKind::Name) pick.ListCondition.clear();
-    target.Owner().SetFocus(target);
+    FocusAsker();
     if (!pick.PendingFocusControl) return;
     // A caller on the main form may have its next item out of reach; one in an outer list never has.
     if (!nested) pick.PendingFocusControl = screen::AdvanceFocusTarget(services_.mainForm, pick.PendingFocusControl);
@@ -123,11 +123,20 @@ void ListWindow::GoBack() {
     CloseWindow();
     EnableCaller();
     if (description_.kind != ListKind::Name) pick.ListCondition.clear();
-    pick.ReturnFocusControl->Owner().SetFocus(*pick.ReturnFocusControl);
+    FocusAsker();
+}
+
+void ListWindow::FocusAsker() {
+    Control& asker = *services_.pick.ReturnFocusControl;
+    asker.Owner().SetFocus(asker);
+    // It may have had the focus all the time, and then doesn't hear of it. In an outer list the mark is part of the gesture.
+    if (&asker.Owner() == &services_.mainForm) services_.pick.ActiveEntryControl = &asker;
 }
 
 void ListWindow::CloseWindow() {
     if (description_.kind == ListKind::KeepsState) {
+        // What was typed last is searched by when the window is opened again.
+        form_.CommitFocused();
         services_.host.Hide(form_);
         return;
     }

@@ -67,6 +67,7 @@ class ListWindow {
     void GoBack();
     void CloseWindow();
     void EnableCaller();
+    void FocusAsker();
     void OpenNested(const SearchItem& item);
 
     screen::Control& At(const QString& name) { return form_.At(name); }
