@@ -57,7 +57,7 @@ struct DiaryContext {
     std::function<void()> closeSession;
 
     screen::Form form{QStringLiteral("frm活動手帳")};
-    lists::ListWindows lists{{session, data, host, pick, form}};
+    lists::ListWindows lists{{session, data, host, pick, form, clock}};
     ActivitySlot slot{};
     ScreenState state{};
 
