@@ -40,7 +40,7 @@ ListDescription CombinedPartyList() {
     list.kind = ListKind::KeepsState;
     list.columns = PartyColumns();
     list.columns.insert(list.columns.begin(), {{"相手先", 1100, {}}, {"コード", 900, "コード"}});
-    list.keyColumn = "コード";
+    list.keyColumns = {"コード"};
     list.items = PartyItems(Opening::MainStaffAlways);
     list.classifications = {TradingState()};
     list.modes = PartyModes();

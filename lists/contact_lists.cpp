@@ -17,7 +17,7 @@ ListDescription ContactList(const QString& kind) {
                     {"カナ", 2300, "カナ"},
                     {"電話", 2300, "電話"},
                     {"EMAIL", 2300, "EMAIL"}};
-    list.keyColumn = "御担当者コード";
+    list.keyColumns = {"御担当者コード"};
     list.modes = {{0, {}}};
     list.searchCaption = "検索";
     list.canClear = false;

@@ -19,6 +19,8 @@ Catalogue MakeCatalogue() {
     add(PartyLists());
     add({CombinedPartyList()});
     add(ContactLists());
+    add(NumberLists());
+    add(NameLists());
     return catalogue;
 }
 

@@ -18,8 +18,8 @@ enum class ListKind {
     Name,        ///< unloaded; ListCondition is left alone
 };
 
-/// A piece of a WHERE body. "{}" stands for the item's value, "{next}" for the three digits behind it. It is written
-/// behind " WHERE " or " AND ", whichever its place asks for.
+/// A piece of a WHERE body. "{}" stands for the item's value, "{next}" for the three digits behind it, "{check}" for
+/// the item's check box as 0 or 1. It is written behind " WHERE " or " AND ", whichever its place asks for.
 struct Fragment {
     QString body{};
     /// Where the form behind " AND " differs from the other one.
@@ -49,9 +49,16 @@ enum class Opening {
     ReturnPrefix,     ///< first three digits of the item that asked; "100" when it has fewer
 };
 
+/// What a check box makes of an item while it is on; empty for an item without one.
+struct CheckedForm {
+    QString checkBox{};
+    QString buttonCaption{}, nameSql{}, nestedList{};  ///< in place of the item's own
+};
+
 /// One item by which rows are searched.
 struct SearchItem {
     QString name{};
+    QString caption{};  ///< of its title "itm_ttl_" + `name`; empty for none
     screen::ControlKind kind = screen::ControlKind::EntryField;
     screen::EntryUse use = screen::EntryUse::Text;
     int maxLength = 0;  ///< bytes; 0 for none
@@ -76,6 +83,10 @@ struct SearchItem {
     bool fromHereLabel = false;
     /// True when the first gesture on the item only marks it and the next one opens the list.
     bool markFirst = false;
+    /// True when the list is opened as one over the main form is, and not as a nested one.
+    bool opensOverMain = false;
+    /// The check box that says which master the item's code is of.
+    CheckedForm whenChecked{};
 };
 
 /// A classification shown by number and by name; the index one past the last code means all.
@@ -92,6 +103,7 @@ enum class SiteFilter {
     None,
     Staff,  ///< staff of this site and of the head office, unless the head office runs the program
     Party,  ///< the party's staff member is of this site
+    Own,    ///< the row is of this site; stands ahead of the fixed condition
 };
 
 /// An item's piece in a statement. The negative search may append more than one.
@@ -116,9 +128,14 @@ struct ListStatement {
     QString head{}, headO{};
     /// True when a condition behind the head is written with " AND " under "O".
     bool continuesUnderO = false;
+    /// True when "S" has the head of "O", and goes on as "O" does.
+    bool sharesHeadO = false;
     bool usesCondition = true;  ///< whether the caller's fixed condition takes part
     SiteFilter siteFilter = SiteFilter::None;
-    QHash<QString, ItemFragments> items{};             ///< by item name
+    QString siteColumn{};                   ///< of SiteFilter::Own
+    QString periodColumn{};                 ///< the date that the window's period is about; empty for none
+    QString always{};                       ///< a condition of every search, behind the period; empty for none
+    QHash<QString, ItemFragments> items{};  ///< by item name
     QHash<QString, ClassFragments> classifications{};  ///< by item name
     QHash<int, QString> orderBy{};                     ///< by mode, the column behind " ORDER BY "
     std::vector<OrderPrefix> orderPrefixes{};          ///< the first whose word occurs counts
@@ -137,13 +154,23 @@ struct SearchMode {
 
 struct ListColumn {
     QString header{};
-    int width = 0;     ///< twips
-    QString source{};  ///< column of the row; empty for the statement's firstText
+    int width = 0;        ///< twips
+    QString source{};     ///< column of the row; empty for the statement's firstText
+    bool amount = false;  ///< shown in groups of three digits, right-aligned
 };
 
 struct CheckBox {
     QString name{}, caption{};
     bool on = false;
+    /// The qualified column by which a caller's condition is taken over into it, in front of the item that it belongs
+    /// to; empty for none.
+    QString conditionColumn{};
+};
+
+/// A choice of the option group "opb_期間": how far back from today a search goes.
+struct Period {
+    QString caption{};
+    int months = 0;  ///< 0 for all there is
 };
 
 /// A list window.
@@ -153,10 +180,12 @@ struct ListDescription {
     QString list{};   ///< name of its list view
     ListKind kind = ListKind::Plain;
     std::vector<ListColumn> columns{};
-    QString keyColumn{};  ///< what stands in a row's key behind its prefix
+    QStringList keyColumns{};  ///< what stands in a row's key behind its prefix, with nothing between
     std::vector<SearchItem> items{};
     std::vector<Classification> classifications{};
     std::vector<CheckBox> checkBoxes{};
+    std::vector<Period> periods{};
+    int openingPeriod = 0;
     std::vector<SearchMode> modes{};
     std::vector<ListStatement> statements{};  ///< in the order in which they run
     QString searchCaption{};                  ///< of btn_複合検索; empty for no such button
@@ -174,6 +203,8 @@ struct SearchValues {
     QString siteCode{}, operatingSiteCode{};
     QHash<QString, QString> items{};
     QHash<QString, int> classIndex{}, classAll{};
+    QHash<QString, int> checks{};   ///< 0 or 1 by check box
+    QString firstDay{}, lastDay{};  ///< of the chosen period, "yyyymmdd"; empty for all there is
 };
 QString BuildSearchSql(const ListDescription& list, const ListStatement& statement, int mode,
                        const SearchValues& values);

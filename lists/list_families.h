@@ -22,6 +22,12 @@ ListDescription CombinedPartyList();
 /// The five lists of a party's contacts, wnd得意先御担当者一覧 to wnd対応先御担当者一覧.
 std::vector<ListDescription> ContactLists();
 
+/// The six lists of sales documents by number, wnd営業見積No一覧 to wnd出金No一覧.
+std::vector<ListDescription> NumberLists();
+
+/// The eleven lists of texts used before in a document table, wnd案件名一覧 to wnd受注納品先名一覧.
+std::vector<ListDescription> NameLists();
+
 // What the party lists and the combined list have in common:
 
 /// The party kinds 得意先, 納品先, 仕入先, メーカ, 対応先 in the order of their numbers 1 to 5. A master is "M" and the

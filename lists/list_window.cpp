@@ -2,12 +2,18 @@
 
 #include <algorithm>
 
+#include "items/display_forms.h"
 #include "screen/focus_walk.h"
 
 namespace lists {
 
 using screen::Control;
 using screen::ListRow;
+
+const platform::Clock& MachineClock() {
+    static const platform::SystemClock clock;
+    return clock;
+}
 
 ListWindow::ListWindow(const ListDescription& description, ListServices services, ListWindows& others)
     : description_(description), services_(services), others_(others), form_(description.name) {
@@ -51,23 +57,46 @@ void ListWindow::Search() {
     RefreshButtons();
 }
 
-void ListWindow::RunStatement(const ListStatement& statement, std::vector<ListRow>& rows) {
-    if (rows.size() >= kMostRows) return;
+SearchValues ListWindow::Values() const {
     const session::SessionContext& session = services_.session;
-    const SearchValues values{
+    SearchValues values{
         session.DbKind, services_.pick.ListCondition, session.SiteCode, session.OperatingSiteCode, values_, classIndex_,
         classAll_};
-    const QString sql = BuildSearchSql(description_, statement, searchMode_, values);
+    for (const CheckBox& box : description_.checkBoxes)
+        values.checks[box.name] = form_.At(box.name).Value();
+    if (description_.periods.empty()) return values;
+    const int months = description_.periods.at(static_cast<std::size_t>(period_)).months;
+    if (months == 0) return values;
+    const QDateTime now = services_.clock.Now();
+    values.firstDay = items::DateText(now.addMonths(-months));
+    values.lastDay = items::DateText(now);
+    return values;
+}
+
+void ListWindow::RunStatement(const ListStatement& statement, std::vector<ListRow>& rows) {
+    if (rows.size() >= kMostRows) return;
+    const QString sql = BuildSearchSql(description_, statement, searchMode_, Values());
     std::unique_ptr<store::Recordset> found;
     if (sql.isEmpty() || !services_.data.OpenMainRecordset(found, sql)) return;
-    for (; !found->Eof() && rows.size() < kMostRows; found->MoveNext()) {
-        ListRow row;
-        row.key = statement.keyPrefix + found->Value(description_.keyColumn).value_or(QString());
-        for (const ListColumn& column : description_.columns)
-            row.cells << (column.source.isEmpty() ? statement.firstText
-                                                  : found->Value(column.source).value_or(QString()));
-        rows.push_back(std::move(row));
+    for (; !found->Eof() && rows.size() < kMostRows; found->MoveNext())
+        rows.push_back(RowOf(statement, *found));
+}
+
+ListRow ListWindow::RowOf(const ListStatement& statement, store::Recordset& found) const {
+    ListRow row;
+    row.key = statement.keyPrefix;
+    for (const QString& column : description_.keyColumns)
+        row.key += found.Value(column).value_or(QString());
+    for (const ListColumn& column : description_.columns) {
+        if (column.source.isEmpty()) {
+            row.cells << statement.firstText;
+            continue;
+        }
+        const std::optional<QString> value = found.Value(column.source);
+        // No amount at all stays blank, unlike an amount of nothing.
+        row.cells << (value && column.amount ? items::AmountColumnText(*value) : value.value_or(QString()));
     }
+    return row;
 }
 
 void ListWindow::ShowRows(std::vector<ListRow> rows) {
@@ -108,13 +137,13 @@ void ListWindow::Pick() {
     Control& target = *pick.ReturnFocusControl;
     target.SetText(description_.keepsKeyInCondition ? row.key.mid(2) : row.cells.value(0));
     CloseWindow();
-    const bool nested = pick.NestedListOpen == 1;
     EnableCaller();
     if (!leavesKey && description_.kind != ListKind::Name) pick.ListCondition.clear();
     FocusAsker();
     if (!pick.PendingFocusControl) return;
-    // A caller on the main form may have its next item out of reach; one in an outer list never has.
-    if (!nested) pick.PendingFocusControl = screen::AdvanceFocusTarget(services_.mainForm, pick.PendingFocusControl);
+    // A caller on the main form may have its next item out of reach; one in another list never has.
+    if (&pick.PendingFocusControl->Owner() == &services_.mainForm)
+        pick.PendingFocusControl = screen::AdvanceFocusTarget(services_.mainForm, pick.PendingFocusControl);
     pick.PendingFocusControl->Owner().SetFocus(*pick.PendingFocusControl);
 }
 
@@ -129,7 +158,8 @@ void ListWindow::GoBack() {
 void ListWindow::FocusAsker() {
     Control& asker = *services_.pick.ReturnFocusControl;
     asker.Owner().SetFocus(asker);
-    // It may have had the focus all the time, and then doesn't hear of it. In an outer list the mark is part of the gesture.
+    // It may have had the focus all the time, and then doesn't hear of it. In an outer list the mark is part of the
+    // gesture.
     if (&asker.Owner() == &services_.mainForm) services_.pick.ActiveEntryControl = &asker;
 }
 
@@ -154,24 +184,31 @@ void ListWindow::EnableCaller() {
 void ListWindow::OpenNested(const SearchItem& item) {
     PickState& pick = services_.pick;
     Control& control = At(item.name);
-    ListWindow* nested = others_.Find(item.nestedList);
-    if (nested && (!item.markFirst || pick.ActiveEntryControl == &control)) {
-        // The caller's two controls come back behind the nested pick; its condition doesn't: the searches that follow
-        // run without it. A list opened out of a nested one gives the nesting back as it was.
-        const PickState before = pick;
+    ListWindow* nested = others_.Find(Checked(item) ? item.whenChecked.nestedList : item.nestedList);
+    if (nested && (!item.markFirst || pick.ActiveEntryControl == &control)) OpenOver(item, *nested);
+    pick.ActiveEntryControl = &control;
+}
+
+void ListWindow::OpenOver(const SearchItem& item, ListWindow& list) {
+    // The caller's two controls come back behind the pick; its condition doesn't: the searches that follow run without
+    // it, or with the key that a pick left there. A list opened out of a nested one gives the nesting back as it was.
+    PickState& pick = services_.pick;
+    const PickState before = pick;
+    if (item.opensOverMain) {
+        services_.mainForm.SetEnabled(false);
+    } else {
         pick.OuterListWindow = this;
         pick.NestedListOpen = 1;
         form_.SetEnabled(false);
-        pick.ListCondition.clear();
-        pick.ReturnFocusControl = &control;
-        pick.PendingFocusControl = &At(item.nextItem.isEmpty() ? item.button : item.nextItem);
-        nested->Run();
-        pick.NestedListOpen = before.NestedListOpen;
-        pick.OuterListWindow = before.OuterListWindow;
-        pick.ReturnFocusControl = before.ReturnFocusControl;
-        pick.PendingFocusControl = before.PendingFocusControl;
     }
-    pick.ActiveEntryControl = &control;
+    pick.ListCondition.clear();
+    pick.ReturnFocusControl = &At(item.name);
+    pick.PendingFocusControl = &At(item.nextItem.isEmpty() ? item.button : item.nextItem);
+    list.Run();
+    pick.NestedListOpen = before.NestedListOpen;
+    pick.OuterListWindow = before.OuterListWindow;
+    pick.ReturnFocusControl = before.ReturnFocusControl;
+    pick.PendingFocusControl = before.PendingFocusControl;
 }
 
 void ListWindows::OpenListWindow(const QString& name, const QString& condition, Control& returnTo, Control& next) {

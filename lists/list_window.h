@@ -6,12 +6,16 @@
 
 #include "lists/list_description.h"
 #include "lists/pick_state.h"
+#include "platform/clock.h"
 #include "screen/screen_host.h"
 #include "session/data_access.h"
 
 namespace lists {
 
 class ListWindows;
+
+/// The machine's clock, for who has no other one.
+const platform::Clock& MachineClock();
 
 /// What a list window works with.
 struct ListServices {
@@ -20,6 +24,7 @@ struct ListServices {
     screen::ScreenHost& host;
     PickState& pick;
     screen::Form& mainForm;  ///< disabled and enabled around a pick
+    const platform::Clock& clock = MachineClock();
 };
 
 /// One search-and-pick window, read from its description: search items, buttons, the list, and what a pick gives back.
@@ -41,12 +46,16 @@ class ListWindow {
     void AddItem(const SearchItem& item);
     void AddClassification(const Classification& classification);
     void AddCheckBoxes();
+    void AddPeriods();
     void AddButtons();
 
     // Search values (list_window_values.cpp).
     void FirstLoad();
     void FillClassification(const Classification& classification);
     void TakeOverCondition(bool firstLoad);
+    void TakeOverCheckBox(const QString& name);
+    bool Checked(const SearchItem& item) const;
+    void FormChecked(const QString& checkBox);
     QString OpeningValue(const SearchItem& item, bool firstLoad) const;
     void CommitItem(const SearchItem& item);
     void LookUpName(const SearchItem& item);
@@ -57,7 +66,9 @@ class ListWindow {
     // Search and rows (list_window.cpp).
     void SearchBy(int mode);
     void Search();
+    SearchValues Values() const;
     void RunStatement(const ListStatement& statement, std::vector<screen::ListRow>& rows);
+    screen::ListRow RowOf(const ListStatement& statement, store::Recordset& found) const;
     void SortBy(int column);
     void ShowRows(std::vector<screen::ListRow> rows);
     std::vector<screen::ListRow> Sorted(std::vector<screen::ListRow> rows) const;
@@ -69,6 +80,7 @@ class ListWindow {
     void EnableCaller();
     void FocusAsker();
     void OpenNested(const SearchItem& item);
+    void OpenOver(const SearchItem& item, ListWindow& list);
 
     screen::Control& At(const QString& name) { return form_.At(name); }
     bool Shows(const QString& name) const { return form_.Find(name) != nullptr; }
@@ -83,6 +95,7 @@ class ListWindow {
     int searchMode_ = 0;
     QHash<QString, QString> values_;  ///< committed values by item
     QHash<QString, int> classIndex_, classAll_;
+    int period_ = 0;
     int sortKey_ = -1;
     bool descending_ = false;
 };

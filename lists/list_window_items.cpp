@@ -13,6 +13,7 @@ void ListWindow::BuildItems() {
     for (const Classification& classification : description_.classifications)
         AddClassification(classification);
     AddCheckBoxes();
+    AddPeriods();
     AddButtons();
     list_ = &form_.Add(ControlKind::ListView, description_.list);
     for (const ListColumn& column : description_.columns)
@@ -30,6 +31,7 @@ void ListWindow::BuildItems() {
 }
 
 void ListWindow::AddItem(const SearchItem& item) {
+    if (!item.caption.isEmpty()) form_.Add(ControlKind::SSPanel, "itm_ttl_" + item.name, item.caption);
     Control& entry = form_.Add(item.kind, item.name);
     entry.use = item.use;
     entry.maxLength = item.maxLength;
@@ -79,8 +81,21 @@ void ListWindow::AddClassification(const Classification& classification) {
 }
 
 void ListWindow::AddCheckBoxes() {
-    for (const CheckBox& box : description_.checkBoxes)
-        form_.Add(ControlKind::CheckBox, box.name, box.caption).SetValue(box.on ? 1 : 0);
+    for (const CheckBox& box : description_.checkBoxes) {
+        Control& control = form_.Add(ControlKind::CheckBox, box.name, box.caption);
+        control.SetValue(box.on ? 1 : 0);
+        control.onChange = [this, &box] {
+            if (!showing_) FormChecked(box.name);
+        };
+    }
+}
+
+void ListWindow::AddPeriods() {
+    for (int i = 0; i < static_cast<int>(description_.periods.size()); ++i)
+        form_
+            .Add(ControlKind::SSOption, QStringLiteral("opb_期間"),
+                 description_.periods[static_cast<std::size_t>(i)].caption, i)
+            .onClick = [this, i] { period_ = i; };
 }
 
 void ListWindow::AddButtons() {

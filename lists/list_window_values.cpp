@@ -14,8 +14,12 @@ void ListWindow::FirstLoad() {
     descending_ = false;
     for (const Classification& classification : description_.classifications)
         FillClassification(classification);
+    showing_ = true;
     for (const CheckBox& box : description_.checkBoxes)
         At(box.name).SetValue(box.on ? 1 : 0);
+    showing_ = false;
+    period_ = description_.openingPeriod;
+    if (!description_.periods.empty()) form_.At(QStringLiteral("opb_期間"), period_).SetValue(1);
     TakeOverCondition(true);
     ShowValues();
     Search();
@@ -59,6 +63,7 @@ QString ListWindow::OpeningValue(const SearchItem& item, bool firstLoad) const {
 void ListWindow::TakeOverCondition(bool firstLoad) {
     QString& condition = services_.pick.ListCondition;
     for (const SearchItem& item : description_.items) {
+        if (!item.whenChecked.checkBox.isEmpty()) TakeOverCheckBox(item.whenChecked.checkBox);
         QString value = OpeningValue(item, firstLoad);
         if (!item.conditionColumn.isEmpty() && condition.contains(item.conditionColumn, Qt::CaseInsensitive))
             value = TakeConditionValue(item.conditionColumn, condition);
@@ -74,13 +79,40 @@ void ListWindow::TakeOverCondition(bool firstLoad) {
     }
 }
 
+void ListWindow::TakeOverCheckBox(const QString& name) {
+    QString& condition = services_.pick.ListCondition;
+    for (const CheckBox& box : description_.checkBoxes) {
+        if (box.name != name) continue;
+        const bool named =
+            !box.conditionColumn.isEmpty() && condition.contains(box.conditionColumn, Qt::CaseInsensitive);
+        const int value = named ? items::Val16(TakeConditionValue(box.conditionColumn, condition)) : 0;
+        showing_ = true;
+        At(name).SetValue(value != 0 ? 1 : 0);
+        showing_ = false;
+    }
+}
+
+bool ListWindow::Checked(const SearchItem& item) const {
+    const QString& box = item.whenChecked.checkBox;
+    return !box.isEmpty() && form_.At(box).Value() != 0;
+}
+
+void ListWindow::FormChecked(const QString& checkBox) {
+    for (const SearchItem& item : description_.items) {
+        if (item.whenChecked.checkBox != checkBox) continue;
+        LookUpName(item);
+        ShowValues();
+    }
+}
+
 void ListWindow::LookUpName(const SearchItem& item) {
     if (item.nameItem.isEmpty()) return;
     QString& name = values_[item.nameItem];
     name.clear();
     const QString code = values_.value(item.name);
     std::unique_ptr<store::Recordset> row;
-    if (code.isEmpty() || !services_.data.OpenMainRecordset(row, item.nameSql + code + "'")) return;
+    const QString& sql = Checked(item) ? item.whenChecked.nameSql : item.nameSql;
+    if (code.isEmpty() || !services_.data.OpenMainRecordset(row, sql + code + "'")) return;
     name = row->Value(row->Columns().value(0)).value_or(QString());
 }
 
@@ -100,6 +132,8 @@ void ListWindow::ShowValues() {
     for (const SearchItem& item : description_.items) {
         At(item.name).SetText(values_.value(item.name));
         if (!item.nameItem.isEmpty()) At(item.nameItem).SetText(values_.value(item.nameItem));
+        if (!item.whenChecked.checkBox.isEmpty())
+            At(item.button).SetCaption(Checked(item) ? item.whenChecked.buttonCaption : item.buttonCaption);
     }
     for (const Classification& classification : description_.classifications) {
         const int index = classIndex_.value(classification.item);

@@ -22,7 +22,7 @@ ListDescription PartyList(const PartyDifferences& party) {
     list.kind = ListKind::KeepsState;
     list.columns = PartyColumns();
     list.columns.insert(list.columns.begin(), {"コード", 1100, "コード"});
-    list.keyColumn = "コード";
+    list.keyColumns = {"コード"};
     list.items = PartyItems(party.staffOpening);
     list.items.front().conditionColumn = table + ".コード";
     list.classifications = {TradingState()};

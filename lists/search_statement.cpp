@@ -14,10 +14,11 @@ class Ladder {
   public:
     Ladder(const QString& head, bool hasWhere) : sql_(head), hasWhere_(hasWhere) {}
 
-    void Add(const Fragment& fragment, const QString& value) {
+    void Add(const Fragment& fragment, const QString& value, int check = 0) {
         QString body = hasWhere_ && !fragment.bodyBehindAnd.isEmpty() ? fragment.bodyBehindAnd : fragment.body;
         if (body.isEmpty()) return;
         body.replace(QLatin1String("{next}"), items::Padded(items::Val16(value) + 1, 3));
+        body.replace(QLatin1String("{check}"), QString::number(check));
         // A value may itself hold the mark of a place: what was put in is never looked at again.
         Append(body.split(QStringLiteral("{}")).join(value));
     }
@@ -46,12 +47,30 @@ QString InForm(const QString& value, ValueForm form) {
     return items::EscapeSqlText(items::DigitsOnly(value));
 }
 
-void AddSiteFilter(Ladder& ladder, SiteFilter filter, const SearchValues& values) {
+void AddSiteFilter(Ladder& ladder, const ListStatement& statement, const SearchValues& values) {
+    const SiteFilter filter = statement.siteFilter;
     if (filter == SiteFilter::Staff && values.operatingSiteCode != kHeadOffice)
         ladder.Append("(M担当者.事業所コード = '" + values.siteCode + "' OR M担当者.事業所コード = '" + kHeadOffice +
                       "')");
     if (filter == SiteFilter::Party && values.siteCode != kHeadOffice)
         ladder.Append("M担当者.事業所コード = '" + values.siteCode + "'");
+    if (filter == SiteFilter::Own && values.siteCode != kHeadOffice)
+        ladder.Append(statement.siteColumn + " = '" + values.siteCode + "'");
+}
+
+void AddFixedCondition(Ladder& ladder, const ListStatement& statement, const SearchValues& values) {
+    if (statement.usesCondition && !values.condition.trimmed().isEmpty()) ladder.Append("(" + values.condition + ")");
+}
+
+void AddPeriod(Ladder& ladder, const ListStatement& statement, bool negative, const SearchValues& values) {
+    const QString& day = statement.periodColumn;
+    if (day.isEmpty()) return;
+    if (values.firstDay.isEmpty())
+        ladder.Append(day + " <> ''");
+    else if (!negative)
+        ladder.Append(day + " >= '" + values.firstDay + "' AND " + day + " <= '" + values.lastDay + "'");
+    else  // No brackets: what follows narrows the days to come alone, as it does in the other programs of the suite.
+        ladder.Append(day + " < '" + values.firstDay + "' OR " + day + " > '" + values.lastDay + "'");
 }
 
 void AddItems(Ladder& ladder, const ListDescription& list, const ListStatement& statement, const QStringList& names,
@@ -60,12 +79,16 @@ void AddItems(Ladder& ladder, const ListDescription& list, const ListStatement& 
         const QString value = values.items.value(name);
         if (value.trimmed().isEmpty()) continue;
         ValueForm form = ValueForm::AsItStands;
-        for (const SearchItem& item : list.items)
-            if (item.name == name) form = item.value;
+        int check = 0;
+        for (const SearchItem& item : list.items) {
+            if (item.name != name) continue;
+            form = item.value;
+            check = values.checks.value(item.whenChecked.checkBox);
+        }
         const ItemFragments fragments = statement.items.value(name);
-        if (!negative) ladder.Add(fragments.positive, InForm(value, form));
+        if (!negative) ladder.Add(fragments.positive, InForm(value, form), check);
         for (const Fragment& fragment : negative ? fragments.negative : std::vector<Fragment>())
-            ladder.Add(fragment, InForm(value, form));
+            ladder.Add(fragment, InForm(value, form), check);
     }
 }
 
@@ -98,10 +121,15 @@ QString BuildSearchSql(const ListDescription& list, const ListStatement& stateme
                        const SearchValues& values) {
     const bool underO = values.dbKind == QLatin1String("O");
     if (!underO && values.dbKind != QLatin1String("A") && values.dbKind != QLatin1String("S")) return {};
-    Ladder ladder(underO && !statement.headO.isEmpty() ? statement.headO : statement.head,
-                  underO && statement.continuesUnderO);
-    if (statement.usesCondition && !values.condition.trimmed().isEmpty()) ladder.Append("(" + values.condition + ")");
-    AddSiteFilter(ladder, statement.siteFilter, values);
+    const bool asO = underO || (statement.sharesHeadO && values.dbKind == QLatin1String("S"));
+    Ladder ladder(asO && !statement.headO.isEmpty() ? statement.headO : statement.head,
+                  asO && statement.continuesUnderO);
+    const bool siteFirst = statement.siteFilter == SiteFilter::Own;
+    if (siteFirst) AddSiteFilter(ladder, statement, values);
+    AddFixedCondition(ladder, statement, values);
+    if (!siteFirst) AddSiteFilter(ladder, statement, values);
+    AddPeriod(ladder, statement, mode == -1, values);
+    if (!statement.always.isEmpty()) ladder.Append(statement.always);
     for (const SearchMode& search : list.modes)
         if (search.number == mode) AddItems(ladder, list, statement, search.items, mode == -1, values);
     AddClassifications(ladder, list, statement, mode == -1, values);

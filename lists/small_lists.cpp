@@ -15,7 +15,7 @@ ListDescription NameList(const QString& what) {
     list.list = "List" + what;
     list.kind = ListKind::KeepsState;
     list.columns = {{"コード", 750, "コード"}, {"名称", 2500, "名称"}};
-    list.keyColumn = "コード";
+    list.keyColumns = {"コード"};
     list.classifications = {{"稼動状況区分", "稼動状況", "K稼動状況区分", 0, table + ".稼動状況区分"}};
     list.modes = {{0, {}}};
 
@@ -44,7 +44,7 @@ ListDescription PostcodeList() {
     list.list = "List郵便番号";
     list.kind = ListKind::Plain;
     list.columns = {{"番号", 1050, "郵便番号"}, {"都道府県市町村", 3500, "住所A"}, {"町域名", 3500, "住所B"}};
-    list.keyColumn = "郵便番号";
+    list.keyColumns = {"郵便番号"};
     list.items = PostcodeItems();
     list.modes = {
         {1, {"郵便番号"}}, {2, {"都道府県市町村"}}, {3, {"町域名"}}, {0, {"郵便番号", "都道府県市町村", "町域名"}}};

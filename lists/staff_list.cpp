@@ -73,7 +73,7 @@ ListDescription StaffList() {
                     {"事業所", 2300, "事業所名"},
                     {"部門", 2300, "部門名"},
                     {"セクション", 2300, "セクション名"}};
-    list.keyColumn = "コード";
+    list.keyColumns = {"コード"};
     list.items = StaffItems();
     // Whoever has left is looked for seldom: the list opens on the first employment state, and on every staff class.
     list.classifications = {{"在籍区分", "在籍区分", "K在籍区分", 0, {}},

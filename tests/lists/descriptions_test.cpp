@@ -13,6 +13,12 @@ std::vector<const ListDescription*> AllLists() {
     for (const QString kind : {"得意先", "納品先", "仕入先", "メーカ", "対応先"})
         names << "wnd" + kind + "一覧"
               << "wnd" + kind + "御担当者一覧";
+    for (const QString kind : {"営業見積", "営業引合", "営業受注", "顧客注文", "案件", "出金"})
+        names << "wnd" + kind + "No一覧";
+    for (const QString what :
+         {"案件名", "案件相手先名", "案件相手先御担当者名", "引合得意先名", "引合商品名", "見積得意先名",
+          "営業見積タイトル", "注文得意先名", "顧客注文タイトル", "受注得意先名", "受注納品先名"})
+        names << "wnd" + what + "一覧";
     std::vector<const ListDescription*> lists;
     for (const QString& name : names) {
         lists.push_back(FindList(name));
@@ -22,6 +28,7 @@ std::vector<const ListDescription*> AllLists() {
 }
 
 bool HasControl(const ListDescription& list, const QString& name) {
+    if (name == "btn_複合検索") return !list.searchCaption.isEmpty();
     for (const SearchItem& item : list.items)
         if (item.name == name || item.button == name) return true;
     for (const Classification& classification : list.classifications)
@@ -46,7 +53,8 @@ QStringList Loose(const ListDescription& list) {
             need(HasControl(list, item), item);
     for (const SearchItem& item : list.items) {
         need(item.mode == 0 || HasMode(list, item.mode), item.button);
-        need(item.nestedList.isEmpty() || FindList(item.nestedList), item.nestedList);
+        for (const QString& nested : {item.nestedList, item.whenChecked.nestedList})
+            need(nested.isEmpty() || FindList(nested), nested);
         need(item.nextItem.isEmpty() || HasControl(list, item.nextItem), item.nextItem);
         for (const ListStatement& statement : list.statements)
             need(statement.items.contains(item.name), "fragments of " + item.name);
@@ -95,7 +103,7 @@ class OnCompany : public testing::Test {
         store::Fault fault;
         const auto rows = main_->Query(sql, fault);
         if (!rows) return std::nullopt;
-        QStringList sources = {list.keyColumn};
+        QStringList sources = list.keyColumns;
         for (const ListColumn& column : list.columns)
             if (!column.source.isEmpty()) sources << column.source;
         for (const QString& source : sources)
@@ -130,6 +138,12 @@ std::vector<SearchValues> Searches(const ListDescription& list) {
     }
     for (const Classification& classification : list.classifications)
         full.classIndex[classification.item] = 1;
+    for (const CheckBox& box : list.checkBoxes)
+        full.checks[box.name] = 1;
+    searches.push_back(full);
+    if (list.periods.empty()) return searches;
+    full.firstDay = "20250401";
+    full.lastDay = "20260331";
     searches.push_back(full);
     return searches;
 }

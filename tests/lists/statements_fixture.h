@@ -17,6 +17,8 @@ struct Given {
     QString site = "000", operatingSite = "000";
     QHash<QString, QString> items = {};
     QHash<QString, int> classes = {};
+    QHash<QString, int> checks = {};
+    QString firstDay = {}, lastDay = {};
     int statement = 0;  ///< which of the window's statements
 };
 
@@ -41,6 +43,9 @@ inline QString SqlOf(const QString& window, int mode, const Given& given) {
     values.items = given.items;
     values.classAll = values.classIndex = kAll;
     values.classIndex.insert(given.classes);
+    values.checks = given.checks;
+    values.firstDay = given.firstDay;
+    values.lastDay = given.lastDay;
     return BuildSearchSql(*list, list->statements.at(static_cast<std::size_t>(given.statement)), mode, values);
 }
 
