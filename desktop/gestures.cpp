@@ -56,7 +56,8 @@ void Gestures::Watch(const ControlWidget& widget) {
         // An assistive tool selects rows in the table itself.
         connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, control, table] {
             if (view_.Drawing() || !view_.Model()) return;
-            if (TakesInput() && !table->Unpainted() && table->SelectedRow() >= 0) screen::UserSelectRow(*control, table->SelectedRow());
+            if (TakesInput() && !table->Unpainted() && table->SelectedRow() >= 0)
+                screen::UserSelectRow(*control, table->SelectedRow());
             if (view_.Model()) view_.Draw(*control);
         });
         auto* header = table->horizontalHeader();

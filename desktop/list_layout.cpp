@@ -44,9 +44,11 @@ bool ContinuesCell(const Control& control) {
     return label || control.IsEntry() || control.Kind() == ControlKind::ComboBox;
 }
 
-/// True for what has its place beside the search items: check boxes, the list, the buttons of the whole window.
+/// True for what has its place beside the search items: check boxes and options, the list, the buttons of the whole
+/// window.
 bool StandsAlone(const Control& control) {
-    return control.Kind() == ControlKind::CheckBox || control.Kind() == ControlKind::ListView || IsButton(control);
+    return control.Kind() == ControlKind::CheckBox || control.Kind() == ControlKind::SSOption ||
+           control.Kind() == ControlKind::ListView || IsButton(control);
 }
 
 /// Takes what lies outside of the search items first, so that these can be taken in their order.
@@ -162,7 +164,7 @@ void LayOutList(WidgetShelf& shelf, QWidget& content) {
             continue;
         }
         cells.Close();
-        if (control->Kind() == ControlKind::CheckBox) {
+        if (control->Kind() == ControlKind::CheckBox || control->Kind() == ControlKind::SSOption) {
             checks->addWidget(widget);
         } else if (control->Kind() == ControlKind::ListView) {
             static_cast<ListTable*>(widget)->FillWindow(kRowsAtFirst);

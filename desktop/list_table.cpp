@@ -15,7 +15,8 @@ namespace desktop {
 /// The rows as the table asks for them: it asks only for those that can be seen, so that many rows cost nothing.
 class ListRows : public QAbstractTableModel {
   public:
-    ListRows(QStringList headers, QObject* parent) : QAbstractTableModel(parent), headers_(std::move(headers)) {}
+    ListRows(const std::vector<screen::ListColumn>& columns, QObject* parent)
+        : QAbstractTableModel(parent), columns_(columns) {}
 
     bool Shows(const std::vector<screen::ListRow>& rows) const {
         return std::equal(rows_.begin(), rows_.end(), rows.begin(), rows.end(),
@@ -32,18 +33,26 @@ class ListRows : public QAbstractTableModel {
         return parent.isValid() ? 0 : static_cast<int>(rows_.size());
     }
     int columnCount(const QModelIndex& parent = {}) const override {
-        return parent.isValid() ? 0 : static_cast<int>(headers_.size());
+        return parent.isValid() ? 0 : static_cast<int>(columns_.size());
     }
     QVariant data(const QModelIndex& index, int role) const override {
-        return role == Qt::DisplayRole && index.isValid() ? Cells(index.row()).value(index.column()) : QVariant();
+        if (!index.isValid()) return {};
+        if (role == Qt::TextAlignmentRole) return Alignment(index.column());
+        return role == Qt::DisplayRole ? Cells(index.row()).value(index.column()) : QVariant();
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
-        if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
-        return headers_.value(section);
+        if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+        if (role == Qt::TextAlignmentRole) return Alignment(section);
+        return role == Qt::DisplayRole ? columns_[static_cast<std::size_t>(section)].header : QVariant();
     }
 
   private:
-    QStringList headers_;
+    QVariant Alignment(int column) const {
+        const bool right = columns_[static_cast<std::size_t>(column)].rightAligned;
+        return QVariant::fromValue(Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    }
+
+    std::vector<screen::ListColumn> columns_;
     std::vector<screen::ListRow> rows_;
 };
 
@@ -59,13 +68,6 @@ QString AsLine(QStringList cells) {
     return cells.join(u'\t');
 }
 
-QStringList Headers(const screen::Control& control) {
-    QStringList headers;
-    for (const screen::ListColumn& column : control.columns)
-        headers.append(column.header);
-    return headers;
-}
-
 }  // namespace
 
 int PixelsOfTwips(int twips, const QWidget& widget) {
@@ -73,7 +75,7 @@ int PixelsOfTwips(int twips, const QWidget& widget) {
 }
 
 ListTable::ListTable(const screen::Control& control, QWidget* parent)
-    : QTableView(parent), rows_(new ListRows(Headers(control), this)) {
+    : QTableView(parent), rows_(new ListRows(control.columns, this)) {
     setModel(rows_);
     horizontalHeader()->setMinimumSectionSize(kNarrowest);
     for (int column = 0; column < rows_->columnCount(); ++column) {

@@ -43,8 +43,8 @@ void Take(DiaryContext& diary, const store::Recordset& row, const char* column, 
     Change(diary, field, *value);
 }
 
-/// A pick from the combined list left its row key: "C", the kind, the code. A key of another code was left by a pick that
-/// changed nothing, and says nothing of this one.
+/// A pick from the combined list left its row key: "C", the kind, the code. A key of another code was left by a pick
+/// that changed nothing, and says nothing of this one.
 void TakePickedKind(DiaryContext& diary, const QString& code) {
     QString& condition = diary.pick.ListCondition;
     if (!condition.startsWith(u'C')) return;

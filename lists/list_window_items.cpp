@@ -17,7 +17,7 @@ void ListWindow::BuildItems() {
     AddButtons();
     list_ = &form_.Add(ControlKind::ListView, description_.list);
     for (const ListColumn& column : description_.columns)
-        list_->columns.push_back({column.header, column.width});
+        list_->columns.push_back({column.header, column.width, column.amount});
     list_->onDoubleClick = [this] { Pick(); };
     list_->onHeaderClick = [this](int column) { SortBy(column); };
     form_.Add(ControlKind::SSCommand, QStringLiteral("btn_戻る"), QStringLiteral("戻る")).onClick = [this] {

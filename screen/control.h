@@ -44,6 +44,7 @@ enum class Key { Tab, Backtab, Enter, Escape, Ctrl, Down, Up, Space };
 struct ListColumn {
     QString header;
     int width = 0;  ///< twips
+    bool rightAligned = false;
 };
 
 struct ListRow {

@@ -132,9 +132,15 @@ void WindowHands::DoubleClick(Control& control) {
     const desktop::ControlWidget widget = WidgetOf(control);
     // On a list the first click would choose the row under the mouse; the gesture is meant for the chosen one.
     const bool needsFirst = control.IsEntry() && control.Owner().Focused() != &control;
-    if (control.Kind() == ControlKind::ListView) static_cast<desktop::ListTable*>(widget.whole)->PaintNow();
     const QPointer<QWidget> still = widget.mouse;
-    const QPoint place(5, widget.mouse->height() / 2);
+    QPoint place(5, widget.mouse->height() / 2);
+    if (control.Kind() == ControlKind::ListView) {
+        auto* table = static_cast<desktop::ListTable*>(widget.whole);
+        table->PaintNow();
+        if (control.ListIndex() < 0) return Focus(control);
+        table->BringSelectedIntoView();
+        place = table->visualRect(table->model()->index(control.ListIndex(), 0)).center();
+    }
     if (needsFirst) ClickAt(*widget.mouse, place);
     if (still) DoubleClickAt(*still, place);
 }
