@@ -10,11 +10,6 @@ namespace lists {
 using screen::Control;
 using screen::ListRow;
 
-const platform::Clock& MachineClock() {
-    static const platform::SystemClock clock;
-    return clock;
-}
-
 ListWindow::ListWindow(const ListDescription& description, ListServices services, ListWindows& others)
     : description_(description), services_(services), others_(others), form_(description.name) {
     BuildItems();

@@ -14,9 +14,6 @@ namespace lists {
 
 class ListWindows;
 
-/// The machine's clock, for who has no other one.
-const platform::Clock& MachineClock();
-
 /// What a list window works with.
 struct ListServices {
     session::SessionContext& session;
@@ -24,7 +21,7 @@ struct ListServices {
     screen::ScreenHost& host;
     PickState& pick;
     screen::Form& mainForm;  ///< disabled and enabled around a pick
-    const platform::Clock& clock = MachineClock();
+    const platform::Clock& clock;
 };
 
 /// One search-and-pick window, read from its description: search items, buttons, the list, and what a pick gives back.

@@ -26,7 +26,8 @@ struct WindowFill::Stage {
     desktop::WindowHost host{QString()};
     lists::PickState pick;
     screen::Form mainForm{QStringLiteral("frm")};
-    lists::ListWindows windows{{session, data, host, pick, mainForm}};
+    platform::SystemClock clock;
+    lists::ListWindows windows{{session, data, host, pick, mainForm, clock}};
     const ListCase* shown = nullptr;
 
     void Prepare(const ListCase& search);
