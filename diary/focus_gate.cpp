@@ -73,9 +73,7 @@ int FirstMissingKeyItem(const DiaryContext& diary) {
 }
 
 void FocusControl(DiaryContext& diary, screen::Control& item) {
-    screen::Control* target = screen::AdvanceFocusTarget(diary.form, &item);
-    diary.pick.PendingFocusControl = target;
-    if (target->Enabled() && target->TabStop()) diary.form.SetFocus(*target);
+    screen::MoveFocusTo(diary.form, item, diary.pick.PendingFocusControl);
 }
 
 void FocusControl(DiaryContext& diary, const char* item) {

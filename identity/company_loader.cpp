@@ -29,9 +29,8 @@ const Override kOverrides[] = {{"総合振込ファイル", &session::CompanyInf
 
 bool CompanyLoader::LoadCompanyInformation() {
     const bool found = LoadCompanyRow();
-    std::unique_ptr<store::Recordset> row;
-    ReadSite(row);
     LoadSite();
+    std::unique_ptr<store::Recordset> row;
     context_.SiteCount = 0;
     if (data_.OpenMainRecordset(row,
                                 QStringLiteral("SELECT COUNT(*) AS 事業所件数 FROM M事業所 WHERE コード <> '000'")))

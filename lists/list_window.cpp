@@ -41,11 +41,12 @@ void ListWindow::SearchBy(int mode) {
 
 void ListWindow::Search() {
     std::vector<ListRow> rows;
+    const SearchValues values = Values();
     services_.host.SetBusy(true);
     for (const ListStatement& statement : description_.statements)
-        if (statement.checkBox.isEmpty() || At(statement.checkBox).Value() != 0) RunStatement(statement, rows);
+        if (statement.checkBox.isEmpty() || At(statement.checkBox).Value() != 0) RunStatement(statement, values, rows);
     const int count = static_cast<int>(rows.size());
-    ShowRows(Sorted(std::move(rows)));
+    list_->SetRows(Sorted(std::move(rows)));
     services_.host.SetBusy(false);
     At(QStringLiteral("lab_注意")).SetVisible(count >= kMostRows);
     At(QStringLiteral("lab_件数")).SetCaption(QStringLiteral("%1件").arg(count));
@@ -68,9 +69,9 @@ SearchValues ListWindow::Values() const {
     return values;
 }
 
-void ListWindow::RunStatement(const ListStatement& statement, std::vector<ListRow>& rows) {
+void ListWindow::RunStatement(const ListStatement& statement, const SearchValues& values, std::vector<ListRow>& rows) {
     if (rows.size() >= kMostRows) return;
-    const QString sql = BuildSearchSql(description_, statement, searchMode_, Values());
+    const QString sql = BuildSearchSql(description_, statement, searchMode_, values);
     std::unique_ptr<store::Recordset> found;
     if (sql.isEmpty() || !services_.data.OpenMainRecordset(found, sql)) return;
     for (; !found->Eof() && rows.size() < kMostRows; found->MoveNext())
@@ -94,10 +95,6 @@ ListRow ListWindow::RowOf(const ListStatement& statement, store::Recordset& foun
     return row;
 }
 
-void ListWindow::ShowRows(std::vector<ListRow> rows) {
-    list_->SetRows(std::move(rows));
-}
-
 std::vector<ListRow> ListWindow::Sorted(std::vector<ListRow> rows) const {
     if (sortKey_ < 0) return rows;
     std::stable_sort(rows.begin(), rows.end(), [this](const ListRow& a, const ListRow& b) {
@@ -115,7 +112,7 @@ void ListWindow::SortBy(int column) {
     // The row that was selected stays it, wherever it now stands.
     const int selected = list_->ListIndex();
     const QString key = selected < 0 ? QString() : list_->Rows()[static_cast<std::size_t>(selected)].key;
-    ShowRows(Sorted(list_->Rows()));
+    list_->SetRows(Sorted(list_->Rows()));
     if (selected < 0) return;
     const auto place =
         std::find_if(list_->Rows().begin(), list_->Rows().end(), [&key](const ListRow& row) { return row.key == key; });

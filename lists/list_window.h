@@ -64,10 +64,9 @@ class ListWindow {
     void SearchBy(int mode);
     void Search();
     SearchValues Values() const;
-    void RunStatement(const ListStatement& statement, std::vector<screen::ListRow>& rows);
+    void RunStatement(const ListStatement& statement, const SearchValues& values, std::vector<screen::ListRow>& rows);
     screen::ListRow RowOf(const ListStatement& statement, store::Recordset& found) const;
     void SortBy(int column);
-    void ShowRows(std::vector<screen::ListRow> rows);
     std::vector<screen::ListRow> Sorted(std::vector<screen::ListRow> rows) const;
 
     // Closing.
@@ -80,7 +79,6 @@ class ListWindow {
     void OpenOver(const SearchItem& item, ListWindow& list);
 
     screen::Control& At(const QString& name) { return form_.At(name); }
-    bool Shows(const QString& name) const { return form_.Find(name) != nullptr; }
 
     const ListDescription& description_;
     ListServices services_;

@@ -22,10 +22,10 @@ Control* AdvanceFocusTarget(const Form& form, Control* pending) {
     return target ? target : pending;
 }
 
-Control* MoveFocusTo(Form& form, Control& control) {
+void MoveFocusTo(Form& form, Control& control, Control*& pending) {
     Control* target = AdvanceFocusTarget(form, &control);
+    pending = target;
     if (target->Enabled() && target->TabStop()) form.SetFocus(*target);
-    return target;
 }
 
 }  // namespace screen

@@ -10,7 +10,8 @@ namespace screen {
 Control* AdvanceFocusTarget(const Form& form, Control* pending);
 
 /// Gives the focus to the control or to the next one that can take it; to none when that isn't enabled or no tab stop.
-/// Returns the control that was aimed at.
-Control* MoveFocusTo(Form& form, Control& control);
+/// `pending` is what was aimed at: the control, then the one that AdvanceFocusTarget found. It is set before the focus
+/// moves, since the handlers that then run may aim anew.
+void MoveFocusTo(Form& form, Control& control, Control*& pending);
 
 }  // namespace screen
