@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QInputMethod>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -159,6 +160,27 @@ void FormView::PlaceRing() {
     ring_->raise();
 }
 
+void FormView::ShowOverlay(const QString& notice) {
+    if (!overlay_) {
+        overlay_ = new QLabel(this);
+        overlay_->setObjectName(QStringLiteral("overlay"));
+        overlay_->setTextFormat(Qt::PlainText);
+        overlay_->setMargin(12);
+    }
+    overlay_->setText(notice);
+    overlay_->setVisible(!notice.isEmpty());
+    setCursor(notice.isEmpty() ? Qt::ArrowCursor : Qt::BusyCursor);
+    PlaceOverlay();
+}
+
+void FormView::PlaceOverlay() {
+    if (!overlay_) return;
+    constexpr int kFromTop = 64;
+    overlay_->adjustSize();
+    overlay_->move((width() - overlay_->width()) / 2, kFromTop);
+    overlay_->raise();
+}
+
 void FormView::Draw(const Control& control) {
     const ControlWidget* widget = WidgetOf(control);
     if (!widget) return;
@@ -193,6 +215,11 @@ void FormView::showEvent(QShowEvent* event) {
     // Only now the items have their places.
     content_->layout()->activate();
     ShowFocused();
+}
+
+void FormView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    PlaceOverlay();
 }
 
 void FormView::closeEvent(QCloseEvent* event) {

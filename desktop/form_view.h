@@ -8,6 +8,7 @@
 #include "desktop/control_widget.h"
 #include "screen/form.h"
 
+class QLabel;
 class QScrollArea;
 
 namespace desktop {
@@ -44,6 +45,9 @@ class FormView : public QWidget, public screen::FormWatcher {
     /// Puts the focus ring round the focused widget again, after it moved.
     void PlaceRing();
 
+    /// Shows a notice over the window that takes no input; an empty one takes it away.
+    void ShowOverlay(const QString& notice);
+
     void ControlChanged(screen::Control& control) override;
     void FocusChanged() override;
     void FormChanged() override;
@@ -51,17 +55,20 @@ class FormView : public QWidget, public screen::FormWatcher {
   protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void MakeWidgets();
     void AddShortcut(screen::Control& control, QWidget& button);
     void FitToDisplay();
+    void PlaceOverlay();
 
     screen::Form* form_;
     std::function<void()> closeAsked_;
     QScrollArea* area_;
     QWidget* content_;
     FocusRing* ring_;
+    QLabel* overlay_ = nullptr;
     std::unique_ptr<Gestures> gestures_;
     QHash<const screen::Control*, ControlWidget> widgets_;
     const screen::Control* ringed_ = nullptr;

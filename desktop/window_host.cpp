@@ -255,4 +255,10 @@ void WindowHost::DialogAnswered() {
     if (QWidget* next = WindowInFront()) next->activateWindow();
 }
 
+void WindowHost::WaitingChanged() {
+    const QString notice =
+        Waiting().isEmpty() ? QString() : QStringLiteral("「%1」の終了を待っています。").arg(Waiting());
+    if (FormView* view = WindowInFront()) view->ShowOverlay(notice);
+}
+
 }  // namespace desktop

@@ -40,6 +40,7 @@ class WindowHost : public screen::ScreenHost {
     void MessageAnswered() override;
     void DialogShown() override;
     void DialogAnswered() override;
+    void WaitingChanged() override;
 
   private:
     FormView* WindowInFront() const;

@@ -6,6 +6,7 @@
 #include "diary/slot_saving.h"
 #include "diary/slot_statements.h"
 #include "diary/slot_window.h"
+#include "diary/typed_content.h"
 #include "items/display_forms.h"
 #include "screen/wait_dialog.h"
 
@@ -95,7 +96,11 @@ void RegisterSlot(DiaryContext& diary) {
     }
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        WriteSlot(diary);
+        KeepTyped(diary);
+        if (WriteSlot(diary))
+            ForgetTyped(diary);
+        else
+            SetTypedAside(diary);
         ClearSlot(diary);
         RefreshScreen(diary);
     }
@@ -136,6 +141,7 @@ bool QuitScreen(DiaryContext& diary) {
             return false;
         }
     }
+    ForgetTyped(diary);
     diary.closeSession();
     return true;
 }

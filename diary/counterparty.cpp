@@ -43,6 +43,26 @@ void Take(DiaryContext& diary, const store::Recordset& row, const char* column, 
     Change(diary, field, *value);
 }
 
+/// What a party's row fills.
+struct Copy {
+    const char* column;
+    QString ActivitySlot::*field;
+    TakeRule rule;
+};
+
+const Copy kCopies[] = {{"コード", &ActivitySlot::相手先コード, TakeRule::Plain},
+                        {"略称", &ActivitySlot::相手先略称, TakeRule::NonEmpty},
+                        {"名称A", &ActivitySlot::相手先名称A, TakeRule::NonEmpty},
+                        {"名称B", &ActivitySlot::相手先名称B, TakeRule::NonEmpty},
+                        {"郵便番号", &ActivitySlot::相手先郵便番号, TakeRule::Digits},
+                        {"住所A", &ActivitySlot::相手先住所A, TakeRule::NonEmpty},
+                        {"住所B", &ActivitySlot::相手先住所B, TakeRule::NonEmpty},
+                        {"住所C", &ActivitySlot::相手先住所C, TakeRule::NonEmpty},
+                        {"電話", &ActivitySlot::相手先電話, TakeRule::Digits},
+                        {"FAX", &ActivitySlot::相手先FAX, TakeRule::Digits},
+                        {"御担当者名", &ActivitySlot::相手先御担当者名, TakeRule::NonEmpty},
+                        {"担当者電話", &ActivitySlot::相手先御担当者電話, TakeRule::Digits}};
+
 /// A pick from the combined list left its row key: "C", the kind, the code. A key of another code was left by a pick
 /// that changed nothing, and says nothing of this one.
 void TakePickedKind(DiaryContext& diary, const QString& code) {
@@ -77,30 +97,19 @@ std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const
 }
 
 void TakeCounterparty(DiaryContext& diary, const store::Recordset& row) {
-    struct Copy {
-        const char* column;
-        QString ActivitySlot::*field;
-        TakeRule rule;
-    };
-    static const Copy copies[] = {{"コード", &ActivitySlot::相手先コード, TakeRule::Plain},
-                                  {"略称", &ActivitySlot::相手先略称, TakeRule::NonEmpty},
-                                  {"名称A", &ActivitySlot::相手先名称A, TakeRule::NonEmpty},
-                                  {"名称B", &ActivitySlot::相手先名称B, TakeRule::NonEmpty},
-                                  {"郵便番号", &ActivitySlot::相手先郵便番号, TakeRule::Digits},
-                                  {"住所A", &ActivitySlot::相手先住所A, TakeRule::NonEmpty},
-                                  {"住所B", &ActivitySlot::相手先住所B, TakeRule::NonEmpty},
-                                  {"住所C", &ActivitySlot::相手先住所C, TakeRule::NonEmpty},
-                                  {"電話", &ActivitySlot::相手先電話, TakeRule::Digits},
-                                  {"FAX", &ActivitySlot::相手先FAX, TakeRule::Digits},
-                                  {"御担当者名", &ActivitySlot::相手先御担当者名, TakeRule::NonEmpty},
-                                  {"担当者電話", &ActivitySlot::相手先御担当者電話, TakeRule::Digits}};
-    for (const Copy& copy : copies)
+    for (const Copy& copy : kCopies)
         Take(diary, row, copy.column, diary.slot.*copy.field, copy.rule);
     const auto typing = session::NumberColumn(row, QStringLiteral("名称入力区分"));
     if (typing && *typing != diary.slot.相手先名称入力区分) {
         diary.slot.相手先名称入力区分 = *typing;
         diary.state.InputHappened = true;
     }
+}
+
+void ForgetCounterparty(DiaryContext& diary) {
+    for (const Copy& copy : kCopies)
+        Change(diary, diary.slot.*copy.field, QString());
+    diary.slot.相手先名称入力区分 = ActivitySlot().相手先名称入力区分;
 }
 
 void CounterpartyCodeLeft(DiaryContext& diary) {
@@ -162,6 +171,12 @@ void TakeContact(DiaryContext& diary, const store::Recordset& row) {
     Take(diary, row, "御担当者コード", diary.slot.相手先御担当者コード, TakeRule::Plain);
     Take(diary, row, "氏名", diary.slot.相手先御担当者名, TakeRule::Plain);
     Take(diary, row, "電話", diary.slot.相手先御担当者電話, TakeRule::Plain);
+}
+
+void ForgetContact(DiaryContext& diary) {
+    for (QString ActivitySlot::*field :
+         {&ActivitySlot::相手先御担当者コード, &ActivitySlot::相手先御担当者名, &ActivitySlot::相手先御担当者電話})
+        Change(diary, diary.slot.*field, QString());
 }
 
 void ContactCodeLeft(DiaryContext& diary) {

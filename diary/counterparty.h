@@ -23,9 +23,13 @@ std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const
 /// Copies a party's row into the slot: a Null is skipped, an empty master text keeps what was typed.
 void TakeCounterparty(DiaryContext& diary, const store::Recordset& row);
 
+/// Takes off the slot what TakeCounterparty fills; the kind stays.
+void ForgetCounterparty(DiaryContext& diary);
+
 /// Looks a contact up under the slot's counterparty. Null when there is none.
 std::unique_ptr<store::Recordset> ResolveContact(DiaryContext& diary, const QString& code);
 void TakeContact(DiaryContext& diary, const store::Recordset& row);
+void ForgetContact(DiaryContext& diary);
 
 /// What leaving the items does.
 void CounterpartyCodeLeft(DiaryContext& diary);

@@ -11,9 +11,12 @@
 #include "numbers/number_series.h"
 #include "numbers/phone_directory.h"
 #include "platform/clock.h"
+#include "platform/program_starter.h"
+#include "platform/run_file.h"
 #include "screen/form.h"
 #include "screen/screen_host.h"
 #include "session/data_access.h"
+#include "suite/sibling_calls.h"
 #include "suite/viewing_log.h"
 
 namespace diary {
@@ -38,6 +41,10 @@ struct ScreenState {
     /// Outcome of the last write, for whoever looks into a running client; nothing is shown of it.
     int LastSaveResult = 0;
     QString LastSaveMessage;
+    /// What was last written down of the unsaved content; empty when nothing is.
+    QByteArray KeptContent;
+    /// Writing it down failed; told once.
+    bool KeepingFailed = false;
 };
 
 /// What the routines of the main screen share: the session, the slot and the screen's state, the form, and the services
@@ -53,6 +60,10 @@ struct DiaryContext {
     numbers::PhoneDirectory& phones;
     numbers::NumberSeries& series;
     lists::PickState& pick;
+    suite::SiblingCalls& siblings;
+    platform::ProgramStarter& starter;
+    platform::RunFile& typedFile;
+    session::StatementLog& log;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 

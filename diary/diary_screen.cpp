@@ -5,6 +5,7 @@
 #include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/focus_gate.h"
+#include "diary/launching.h"
 #include "diary/linked_documents.h"
 #include "diary/list_gestures.h"
 #include "diary/painting.h"
@@ -12,6 +13,7 @@
 #include "diary/slot_loading.h"
 #include "diary/staff_resolution.h"
 #include "diary/text_items.h"
+#include "diary/typed_content.h"
 #include "items/text_rules.h"
 
 namespace diary {
@@ -28,7 +30,9 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireCommands();
     WireLists();
     WireDocuments();
+    WireSiblings();
     diary_.form.onLoad = [this] { Load(); };
+    diary_.form.onUserActed = [this] { KeepTyped(diary_); };
     diary_.form.onQueryClose = [this] {
         if (diary_.HandlersAsleep()) return false;
         // The frame takes no focus: what stands in the item under the cursor hasn't been taken over yet. The item isn't
@@ -247,6 +251,22 @@ void DiaryScreen::WireDocuments() {
         };
         item.onDoubleClick = Awake([this, kind] { OpenDocumentList(diary_, kind, Gesture::DoubleClick); });
     }
+}
+
+void DiaryScreen::WireSiblings() {
+    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
+        diary_.Item("btn_参照" + QString::fromUtf8(kDocumentKinds[kind])).onClick =
+            Awake([this, kind] { LaunchDocument(diary_, kind); });
+    Item("btn_暦編集").onClick = Awake([this] { LaunchCalendar(diary_); });
+    const auto panel = [this](const char* name, void (*launch)(DiaryContext&)) {
+        Item(name).onClick = Awake([this, launch] {
+            // A panel takes no focus, but what was just typed belongs to the party that is handed over.
+            diary_.form.CommitFocused();
+            launch(diary_);
+        });
+    };
+    panel("bak_相手先", LaunchPartyCard);
+    panel("bak_相手先御担当者", LaunchContactCard);
 }
 
 void DiaryScreen::WireCommands() {

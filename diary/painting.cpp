@@ -7,22 +7,35 @@ namespace diary {
 
 namespace {
 
-void PaintKey(DiaryContext& diary) {
+using ItemText = std::pair<QString, QString>;
+
+/// What the items of the key and the staff group show, in the order in which they are written.
+std::vector<ItemText> KeyTexts(const DiaryContext& diary) {
     const session::SessionContext& key = diary.session;
-    const std::pair<const char*, const QString&> texts[] = {
-        {"営業活動日付年", key.SlotYear}, {"営業活動日付月", key.SlotMonth},
-        {"営業活動日付日", key.SlotDay},  {"営業活動曜日", diary.slot.営業活動曜日},
-        {"開始時刻時", key.StartHour},    {"開始時刻分", key.StartMinute},
-        {"終了時刻時", key.EndHour},      {"終了時刻分", key.EndMinute},
-        {"担当者コード", key.StaffCode}};
-    for (const auto& [item, text] : texts)
-        diary.Item(item).SetText(text);
+    std::vector<ItemText> texts{{"営業活動日付年", key.SlotYear}, {"営業活動日付月", key.SlotMonth},
+                                {"営業活動日付日", key.SlotDay},  {"営業活動曜日", diary.slot.営業活動曜日},
+                                {"開始時刻時", key.StartHour},    {"開始時刻分", key.StartMinute},
+                                {"終了時刻時", key.EndHour},      {"終了時刻分", key.EndMinute},
+                                {"担当者コード", key.StaffCode}};
     for (const SlotText& text : kStaffTexts)
-        diary.Item(text.name).SetText(diary.slot.*text.field);
+        texts.emplace_back(QString::fromUtf8(text.name), diary.slot.*text.field);
+    return texts;
 }
 
-void PaintDocument(DiaryContext& diary, std::size_t kind) {
-    diary.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No").SetText(diary.slot.documents[kind].No);
+/// The same of counterparty, contact, documents and memo.
+std::vector<ItemText> ContentTexts(const DiaryContext& diary) {
+    std::vector<ItemText> texts;
+    for (const SlotText& text : kPartyTexts)
+        texts.emplace_back(QString::fromUtf8(text.name), diary.slot.*text.field);
+    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
+        texts.emplace_back(QString::fromUtf8(kDocumentKinds[kind]) + "No", diary.slot.documents[kind].No);
+    texts.emplace_back("営業活動摘要", diary.slot.営業活動摘要);
+    return texts;
+}
+
+void Write(DiaryContext& diary, const std::vector<ItemText>& texts) {
+    for (const auto& [item, text] : texts)
+        diary.Item(item).SetText(text);
 }
 
 /// The one-time pass over the option groups. Later paints leave the buttons alone, so that a cleared slot still shows
@@ -78,19 +91,22 @@ void SetPartyTabStops(DiaryContext& diary) {
 
 void PaintScreen(DiaryContext& diary) {
     const FillingScope filling(diary.state);
-    PaintKey(diary);
+    Write(diary, KeyTexts(diary));
     if (!diary.state.SlotGroupsPrepared) {
         PrepareGroups(diary);
         diary.state.SlotGroupsPrepared = true;
     }
     PressOptions(diary);
     diary.Item("相手先区分").SetValue(diary.slot.相手先区分);
-    for (const SlotText& text : kPartyTexts)
-        diary.Item(text.name).SetText(diary.slot.*text.field);
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
-        PaintDocument(diary, kind);
-    diary.Item("営業活動摘要").SetText(diary.slot.営業活動摘要);
+    Write(diary, ContentTexts(diary));
     SetPartyTabStops(diary);
+}
+
+std::optional<QString> PaintedText(const DiaryContext& diary, const QString& item) {
+    for (const auto& texts : {KeyTexts(diary), ContentTexts(diary)})
+        for (const auto& [name, text] : texts)
+            if (name == item) return text;
+    return std::nullopt;
 }
 
 void RefreshScreen(DiaryContext& diary) {

@@ -92,13 +92,14 @@ void DeleteDetailForUpdate(DiaryContext& diary) {
     Delete(diary, StartKeyCondition(diary.session));
 }
 
-void InsertDetailRow(DiaryContext& diary) {
+bool InsertDetailRow(DiaryContext& diary) {
     ActivitySlot& slot = diary.slot;
     // Every save stamps 登録日付 anew, while 更新日付 keeps what was loaded: the rest of the suite reads them so.
     slot.登録日付 = items::StampText(diary.clock.Now());
-    if (!Insert(diary, DetailInsertStatement(diary.session, slot))) return;
+    if (!Insert(diary, DetailInsertStatement(diary.session, slot))) return false;
     diary.phones.UpsertPhoneDirectory({slot.相手先電話, slot.相手先略称, slot.相手先郵便番号, slot.相手先住所A,
                                        slot.相手先住所B, slot.相手先住所C, 1});
+    return true;
 }
 
 }  // namespace
@@ -135,12 +136,12 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
     return insert.Statement();
 }
 
-void WriteSlot(DiaryContext& diary) {
+bool WriteSlot(DiaryContext& diary) {
     if (diary.session.NewSlotMode)
         EnsureHeaderRow(diary);
     else
         DeleteDetailForUpdate(diary);
-    InsertDetailRow(diary);
+    return InsertDetailRow(diary);
 }
 
 void DeleteDetailExact(DiaryContext& diary) {

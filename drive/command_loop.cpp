@@ -2,6 +2,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -64,23 +65,42 @@ bool ReadPosition(const QJsonObject& command, const char* field, qsizetype count
 
 }  // namespace
 
-CommandLoop::CommandLoop(screen::ScreenHost& host, platform::FixedClock* clock) : host_(host), clock_(clock) {}
-
 void CommandLoop::RunUntil(const std::function<bool()>& done) {
     while (!done()) {
         hands_->Settle();
         if (done()) return;
         AnswerPending();
         QJsonObject command;
+        takesDuringWait_ = false;
         if (!ReadCommand(command)) continue;
         // A command that opens a wait is answered down there; a refused one never gets that far.
         if (const QString refusal = CarryOut(command); !refusal.isEmpty()) refusal_ = refusal;
     }
 }
 
+void CommandLoop::TakeDuringWait() {
+    if (!takesDuringWait_ || taking_ || host_.Waiting().isEmpty()) return;
+    const QScopedValueRollback<bool> taking(taking_, true);
+    hands_->Settle();
+    AnswerPending();
+    // "wait" is answered when the wait is over, and so nothing behind it is read before.
+    while (!pending_ && input_.HasLine()) {
+        QJsonObject command;
+        if (ReadCommand(command)) {
+            if (Named(command, "do") == "wait") {
+                takesDuringWait_ = false;
+                return;
+            }
+            refusal_ = CarryOut(command);
+        }
+        hands_->Settle();
+        AnswerPending();
+    }
+}
+
 bool CommandLoop::ReadCommand(QJsonObject& command) {
     std::string line;
-    if (!std::getline(std::cin, line)) {
+    if (!input_.ReadLine(line)) {
         std::cout.flush();
         std::_Exit(0);
     }
@@ -94,6 +114,7 @@ bool CommandLoop::ReadCommand(QJsonObject& command) {
         return false;
     }
     command = document.object();
+    takesDuringWait_ = takesDuringWait_ || command.value("nowait").toBool();
     return true;
 }
 
@@ -118,7 +139,7 @@ void CommandLoop::AnswerPending() {
         for (auto field = state.begin(); field != state.end(); ++field)
             answer[field.key()] = field.value();
         answer["opened"] = QJsonArray();
-        answer["started"] = QJsonArray();
+        answer["started"] = QJsonArray::fromStringList(outside_.started);
     }
     WriteLine(answer);
 }

@@ -6,6 +6,8 @@
 #include <optional>
 
 #include "drive/hands.h"
+#include "drive/line_reader.h"
+#include "drive/outside_record.h"
 #include "platform/clock.h"
 #include "screen/screen_host.h"
 
@@ -17,13 +19,19 @@ namespace drive {
 class CommandLoop {
   public:
     /// `clock` is the fixed clock that the "clock" command moves, or null when the real one runs.
-    CommandLoop(screen::ScreenHost& host, platform::FixedClock* clock);
+    /// `outside` is what the client did to the world around it, told with the state.
+    CommandLoop(screen::ScreenHost& host, platform::FixedClock* clock, const OutsideRecord& outside)
+        : host_(host), clock_(clock), outside_(outside) {}
 
     /// Who carries the commands out; must be set before the first wait.
     void SetHands(Hands& hands) { hands_ = &hands; }
 
     /// Takes commands until `done` says so. When the input ends, the process ends at once, as a killed one does.
     void RunUntil(const std::function<bool()>& done);
+
+    /// Takes the commands that are there while the client waits for another program, when the command that began the
+    /// wait asked for it ("nowait"); that one is answered first.
+    void TakeDuringWait();
 
     /// Answers the command under way, or the first one of a program that ended by itself, with "ended".
     void TellEnded();
@@ -37,11 +45,15 @@ class CommandLoop {
 
     screen::ScreenHost& host_;
     platform::FixedClock* clock_;
+    const OutsideRecord& outside_;
+    LineReader input_;
     Hands* hands_ = nullptr;
     bool pending_ = false;
     QString refusal_;
     QString stateOf_;
     bool tellsState_ = false;
+    bool takesDuringWait_ = false;
+    bool taking_ = false;
 };
 
 }  // namespace drive

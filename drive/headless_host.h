@@ -9,10 +9,13 @@ namespace drive {
 /// A host that draws nothing: every wait takes the next commands.
 class HeadlessHost : public screen::ScreenHost {
   public:
-    explicit HeadlessHost(platform::FixedClock* clock) : hands_(*this), loop_(*this, clock) { loop_.SetHands(hands_); }
+    HeadlessHost(platform::FixedClock* clock, const OutsideRecord& outside)
+        : hands_(*this), loop_(*this, clock, outside) {
+        loop_.SetHands(hands_);
+    }
 
     QSize DisplaySize() const override { return {1920, 1080}; }
-    void ProcessEvents() override {}
+    void ProcessEvents() override { loop_.TakeDuringWait(); }
     void Sleep(int milliseconds) override;
     CommandLoop& Commands() { return loop_; }
 

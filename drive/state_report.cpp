@@ -87,7 +87,7 @@ QJsonObject Situation(const ScreenHost& host) {
                        {"focus", QJsonValue()},
                        {"message", MessageState(host.WaitingMessage())},
                        {"dialog", DialogState(host.WaitingDialog())},
-                       {"waiting", QJsonValue()}};
+                       {"waiting", host.Waiting().isEmpty() ? QJsonValue() : QJsonValue(host.Waiting())}};
     if (const Form* form = host.Front()) {
         answer["window"] = form->Name();
         if (const Control* focused = form->Focused()) {

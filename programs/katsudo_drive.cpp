@@ -71,15 +71,17 @@ int main(int argc, char** argv) {
     if (parser.isSet("login")) names.login = parser.value("login");
     if (parser.isSet("computer")) names.computer = parser.value("computer");
 
+    drive::OutsideRecord record;
+    drive::RecordingStarter starter(record, fixedClock.get());
     const auto outside = [&](screen::ScreenHost& host) {
         const platform::Clock& clock = fixedClock ? static_cast<const platform::Clock&>(*fixedClock)
                                                   : static_cast<const platform::Clock&>(systemClock);
-        return session::Outside{host, clock, names, ProgramFolder(parser.value("root")), parser.value("tail")};
+        return session::Outside{host, clock, starter, names, ProgramFolder(parser.value("root")), parser.value("tail")};
     };
     if (parser.isSet("window")) {
-        drive::DrivenWindowHost host(fixedClock.get());
+        drive::DrivenWindowHost host(fixedClock.get(), record);
         return Play(host, outside(host));
     }
-    drive::HeadlessHost host(fixedClock.get());
+    drive::HeadlessHost host(fixedClock.get(), record);
     return Play(host, outside(host));
 }

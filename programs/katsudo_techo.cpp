@@ -45,7 +45,8 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     desktop::WindowHost host;
     const platform::SystemClock clock;
-    session::Main({host, clock, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
+    platform::ProcessStarter starter;
+    session::Main({host, clock, starter, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
                    CommandLineTail(argc, argv)});
     return 0;
 }

@@ -77,6 +77,9 @@ class Form {
     /// Asked when the user closes the form by its frame; false refuses. An empty one allows it.
     std::function<bool()> onQueryClose;
 
+    /// Runs when something that the user did to the form has been carried out, whatever it was.
+    std::function<void()> onUserActed;
+
     FormWatcher* watcher = nullptr;
 
   private:

@@ -77,6 +77,11 @@ std::optional<QString> ScreenHost::AskPath(const PathDialog& dialog) {
     return path;
 }
 
+void ScreenHost::SetWaiting(const QString& program) {
+    waiting_ = program;
+    WaitingChanged();
+}
+
 void ScreenHost::CloseByFrame(Form& form) {
     if (form.onQueryClose && !form.onQueryClose()) return;
     if (!ended_) Unload(form);

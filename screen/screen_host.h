@@ -72,6 +72,11 @@ class ScreenHost {
     /// Lets pending events through once.
     virtual void ProcessEvents() = 0;
     virtual void Sleep(int milliseconds) = 0;
+    /// Tells the user, for as long as `program` isn't empty, that the program waits for that other program.
+    void SetWaiting(const QString& program);
+    /// The program waited for; empty when none is.
+    const QString& Waiting() const { return waiting_; }
+
     /// Tells the user that the program works and takes no input, until it is called with false.
     virtual void SetBusy(bool /*busy*/) {}
 
@@ -96,6 +101,7 @@ class ScreenHost {
     virtual void MessageAnswered() {}
     virtual void DialogShown() {}
     virtual void DialogAnswered() {}
+    virtual void WaitingChanged() {}
 
   private:
     struct WaitingBox {
@@ -110,6 +116,7 @@ class ScreenHost {
     std::vector<WaitingBox> messages_;
     const PathDialog* dialog_ = nullptr;
     std::optional<std::optional<QString>> dialogAnswer_;
+    QString waiting_;
     bool ended_ = false;
 };
 

@@ -9,6 +9,20 @@ namespace screen {
 
 namespace {
 
+/// Tells the form at the end of a gesture that it was carried out.
+class Gesture {
+  public:
+    explicit Gesture(Form& form) : form_(form) {}
+    ~Gesture() {
+        if (form_.onUserActed) form_.onUserActed();
+    }
+    Gesture(const Gesture&) = delete;
+    Gesture& operator=(const Gesture&) = delete;
+
+  private:
+    Form& form_;
+};
+
 bool IsButton(const Control& control) {
     return control.Kind() == ControlKind::CommandButton || control.Kind() == ControlKind::SSCommand;
 }
@@ -81,6 +95,7 @@ void PressSpace(Control& control) {
 }  // namespace
 
 bool UserFocus(Control& control) {
+    const Gesture gesture(control.Owner());
     return control.Owner().SetFocus(control);
 }
 
@@ -99,6 +114,7 @@ QString AcceptedText(const Control& control, const QString& typed) {
 }
 
 void UserType(Control& control, const QString& text) {
+    const Gesture gesture(control.Owner());
     if (control.readOnly) return;
     control.Owner().SetWholeTextSelected(false);
     const QString accepted = AcceptedText(control, text);
@@ -109,6 +125,7 @@ void UserType(Control& control, const QString& text) {
 }
 
 void UserKey(Form& form, Key key) {
+    const Gesture gesture(form);
     Control* control = form.Focused();
     if (key == Key::Escape) {
         if (form.onEscape) form.onEscape();
@@ -139,6 +156,7 @@ void UserKey(Form& form, Key key) {
 }
 
 void UserClick(Control& control) {
+    const Gesture gesture(control.Owner());
     if (control.TakesFocus() && !FocusByMouse(control)) return;
     if (control.Kind() == ControlKind::SSOption) control.SetValue(1);
     if (control.Kind() == ControlKind::CheckBox) control.SetValue(control.Value() == 0 ? 1 : 0);
@@ -146,17 +164,20 @@ void UserClick(Control& control) {
 }
 
 void UserDoubleClick(Control& control) {
+    const Gesture gesture(control.Owner());
     if (control.TakesFocus() && !FocusByMouse(control)) return;
     if (control.onDoubleClick) control.onDoubleClick();
 }
 
 void UserChoose(Control& control, int entry) {
+    const Gesture gesture(control.Owner());
     if (!FocusByMouse(control)) return;
     control.SetListIndex(entry);
     if (control.onClick) control.onClick();
 }
 
 void UserSetValue(Control& control, int value) {
+    const Gesture gesture(control.Owner());
     if (FocusByMouse(control)) control.SetValue(value);
 }
 

@@ -82,8 +82,8 @@ bool Environment::FindFolders(const QString& programFolder) {
     return true;
 }
 
-bool Environment::OpenStore(const QString& connectionString, store::Fault& fault) {
-    context_.ConfigConnection = store::OpenConnection(connectionString, context_.InstallRoot, fault);
+bool Environment::OpenStore(const QString& connectionString, store::Fault& fault, int patience) {
+    context_.ConfigConnection = store::OpenConnection(connectionString, context_.InstallRoot, fault, patience);
     context_.ConfigConnectionOpen = context_.ConfigConnection != nullptr;
     return context_.ConfigConnectionOpen;
 }
@@ -149,14 +149,14 @@ void Environment::ChooseUserFolders() {
     }
 }
 
-bool Environment::DB_CLOSEOPEN() {
+bool Environment::DB_CLOSEOPEN(int patience) {
     if (context_.ConfigConnectionOpen) {
         context_.ConfigConnection->Close();
         context_.ConfigConnection.reset();
         context_.ConfigConnectionOpen = false;
     }
     store::Fault untold;
-    return OpenStore(UserStoreConnectionString(), untold);
+    return OpenStore(UserStoreConnectionString(), untold, patience);
 }
 
 }  // namespace session

@@ -21,16 +21,16 @@ class Environment {
     /// false, when there is no such folder, no store, or it can't be opened; only the last is told in a message.
     bool SYB_OPEN(const QString& programFolder);
 
-    /// Closes and opens the configuration store anew, so that rows of other processes are seen. The result is
-    /// ConfigConnectionOpen.
-    bool DB_CLOSEOPEN();
+    /// Closes and opens the configuration store anew, so that rows of other processes are seen; `patience` is how long
+    /// its statements wait for another process's lock, in milliseconds. The result is ConfigConnectionOpen.
+    bool DB_CLOSEOPEN(int patience = store::kPatience);
 
     /// Makes each missing folder along a path; a fault shows a message and the walk goes on. Returns the path.
     QString EnsureFolderPath(const QString& path);
 
   private:
     bool FindFolders(const QString& programFolder);
-    bool OpenStore(const QString& connectionString, store::Fault& fault);
+    bool OpenStore(const QString& connectionString, store::Fault& fault, int patience = store::kPatience);
     QString UserStoreConnectionString() const;
     void LoadDatabaseDefinition();
     /// The row that was read; null when there is none.

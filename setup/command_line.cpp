@@ -3,12 +3,14 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTextStream>
 
 #include "platform/clock.h"
 #include "setup/check_tree.h"
 #include "setup/create_tree.h"
 #include "setup/pin_store.h"
+#include "setup/stand_ins.h"
 
 namespace setup {
 namespace {
@@ -17,6 +19,7 @@ constexpr const char* kUsage =
     "Usage: katsudo-setup create --root DIR (--empty | --demo) [options]\n"
     "       katsudo-setup pin --root DIR (--staff CODE | --privilege [--site CODE]) --pin TEXT\n"
     "       katsudo-setup check --root DIR\n"
+    "       katsudo-setup stand-ins --root DIR\n"
     "       katsudo-setup --help | --version\n"
     "\n"
     "create  makes an installation: its folders, the environment and the main database.\n"
@@ -31,6 +34,8 @@ constexpr const char* kUsage =
     "  --force          replace the databases of an installation that is there\n"
     "  --progress       show the progress even when standard error is no terminal\n"
     "pin     stores the PIN of a staff member, or the privilege PIN: of one site, or of the company and all sites.\n"
+    "stand-ins  puts katsudo-sibling into the installation in place of every program that the client starts; a demo\n"
+    "        has it from the start.\n"
     "check   tells what is wrong with an installation; the exit code is 0 when nothing is.\n";
 
 /// A command line taken apart. `error` tells why that failed.
@@ -56,7 +61,8 @@ const QHash<QString, CommandOptions>& Commands() {
          {{"--empty", "--demo", "--force", "--progress"},
           {"--root", "--staff", "--parties", "--slots", "--documents", "--seed", "--today"}}},
         {"pin", {{"--privilege"}, {"--root", "--staff", "--site", "--pin"}}},
-        {"check", {{}, {"--root"}}}};
+        {"check", {{}, {"--root"}}},
+        {"stand-ins", {{}, {"--root"}}}};
     return commands;
 }
 
@@ -136,6 +142,10 @@ int Finish(const QString& problem) {
     return 1;
 }
 
+QString StandIn(const QString& programFolder) {
+    return programFolder + "/katsudo-sibling";
+}
+
 int Create(Arguments& arguments, const Tree& tree, const QString& programFolder) {
     CreateOrder order;
     order.tree = tree;
@@ -146,7 +156,9 @@ int Create(Arguments& arguments, const Tree& tree, const QString& programFolder)
     if (!arguments.error.isEmpty()) return UsageError(arguments.error);
     if (arguments.Has("--demo")) order.demo = sizes;
     if (arguments.Has("--progress") || isatty(STDERR_FILENO)) order.progress = ShowProgress;
-    const int code = Finish(CreateTree(order));
+    int code = Finish(CreateTree(order));
+    const QString standIn = StandIn(programFolder);
+    if (code == 0 && order.demo && QFile::exists(standIn)) code = Finish(InstallStandIns(tree, standIn));
     if (code == 0) Say(stdout, tree.root + " is ready.\n");
     return code;
 }
@@ -184,6 +196,7 @@ int RunSetup(const QStringList& words, const QString& programFolder) {
     if (!arguments.error.isEmpty()) return UsageError(arguments.error);
     const Tree tree{QDir(arguments.values.value("--root")).absolutePath()};
     if (arguments.command == "create") return Create(arguments, tree, programFolder);
+    if (arguments.command == "stand-ins") return Finish(InstallStandIns(tree, StandIn(programFolder)));
     return arguments.command == "pin" ? SetPin(arguments, tree) : Check(tree);
 }
 

@@ -14,6 +14,9 @@ struct Fault {
     QString description;
 };
 
+/// How long a statement waits for another process's lock unless told otherwise, in milliseconds.
+inline constexpr int kPatience = 20'000;
+
 /// One open connection to a store. It takes statements in the program's one kind of SQL; the engine's dialect rewrites
 /// them on the way. Another process's lock is waited for. Nothing here throws.
 class Connection {
@@ -36,7 +39,9 @@ class Connection {
 /// "Microsoft.Jet.OLEDB.4.0" and "SQLite" open an SQLite file at the data source; a relative path is read from
 /// `installRoot`, and either path separator will do. It never creates a file. An empty file, a file that is no store, a
 /// missing file and an unknown provider are failed opens.
+/// A statement waits `patience` milliseconds for another process's lock.
 /// Returns null on a fault and fills `fault`.
-std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault);
+std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
+                                           int patience = kPatience);
 
 }  // namespace store

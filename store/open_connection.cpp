@@ -8,7 +8,8 @@
 namespace store {
 namespace {
 
-using Opener = std::unique_ptr<Connection> (*)(const ConnectionString&, const QString& installRoot, Fault&);
+using Opener = std::unique_ptr<Connection> (*)(const ConnectionString&, const QString& installRoot, Fault&,
+                                               int patience);
 
 QString FilePath(const QString& dataSource, const QString& installRoot) {
     // Stored paths may have been written on another platform.
@@ -19,13 +20,14 @@ QString FilePath(const QString& dataSource, const QString& installRoot) {
     return QDir::cleanPath(QDir(root).absoluteFilePath(path));
 }
 
-std::unique_ptr<Connection> OpenFile(const ConnectionString& parts, const QString& installRoot, Fault& fault) {
+std::unique_ptr<Connection> OpenFile(const ConnectionString& parts, const QString& installRoot, Fault& fault,
+                                     int patience) {
     const QString source = parts.Value(QStringLiteral("Data Source"));
     if (source.isEmpty()) {
         fault = {0, QStringLiteral("接続文字列にデータソースがありません。")};
         return nullptr;
     }
-    return OpenSqliteConnection(FilePath(source, installRoot), fault);
+    return OpenSqliteConnection(FilePath(source, installRoot), fault, patience);
 }
 
 struct Provider {
@@ -42,12 +44,13 @@ constexpr std::array kProviders = {
 
 }  // namespace
 
-std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault) {
+std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
+                                           int patience) {
     const ConnectionString parts(connectionString);
     const QString name = parts.Value(QStringLiteral("Provider"));
     for (const Provider& provider : kProviders) {
         if (name.compare(provider.name, Qt::CaseInsensitive) == 0) {
-            return provider.open(parts, installRoot, fault);
+            return provider.open(parts, installRoot, fault, patience);
         }
     }
     fault = {0, QStringLiteral("データベースのプロバイダ名が不明です: 「%1」").arg(name)};

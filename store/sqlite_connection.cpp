@@ -5,6 +5,7 @@
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QVariant>
+#include <algorithm>
 
 #include "store/sqlite_dialect.h"
 #include "store/sqlite_file.h"
@@ -13,8 +14,7 @@ namespace store {
 namespace {
 
 constexpr int kBusy = 5;
-constexpr int kPatience = 20000;  // milliseconds, as the file is opened with
-constexpr int kImpatience = 1000;
+constexpr int kImpatience = 1000;  // milliseconds
 // The engine's smallest page. It takes anything shorter for a new store.
 constexpr qint64 kSmallestStore = 512;
 
@@ -30,7 +30,7 @@ Recordset::Row ReadRow(const QSqlQuery& query, int width) {
 
 class SqliteConnection : public Connection {
   public:
-    explicit SqliteConnection(std::unique_ptr<SqliteFile> file) : file_(std::move(file)) {}
+    SqliteConnection(std::unique_ptr<SqliteFile> file, int patience) : file_(std::move(file)), patience_(patience) {}
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault) override {
         const auto rewritten = Prepare(sql, fault);
@@ -70,7 +70,8 @@ class SqliteConnection : public Connection {
         if (wanted == patient_) return;
         patient_ = wanted;
         Fault unused;
-        file_->Run(QStringLiteral("PRAGMA busy_timeout = %1").arg(patient_ ? kPatience : kImpatience), unused);
+        const int wait = patient_ ? patience_ : std::min(patience_, kImpatience);
+        file_->Run(QStringLiteral("PRAGMA busy_timeout = %1").arg(wait), unused);
     }
 
     // A result that is read half way would keep its read lock and make other processes' saves fail.
@@ -93,6 +94,7 @@ class SqliteConnection : public Connection {
     }
 
     std::unique_ptr<SqliteFile> file_;
+    int patience_;  // milliseconds, as the file is opened with
     bool patient_ = true;
 };
 
@@ -118,12 +120,12 @@ bool LooksLikeFile(const QString& path, Fault& fault) {
 
 }  // namespace
 
-std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fault) {
+std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fault, int patience) {
     if (!LooksLikeFile(path, fault)) {
         return nullptr;
     }
     Fault engine;
-    auto file = SqliteFile::Open(path, SqliteFile::Mode::Existing, engine);
+    auto file = SqliteFile::Open(path, SqliteFile::Mode::Existing, engine, patience);
     // The engine opens any file; only a look inside tells that it is a store. A store that stays locked all the time is
     // one nevertheless: its statements will say so themselves.
     const bool good = file && (file->Run(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"), engine) ||
@@ -133,7 +135,7 @@ std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fau
                           engine.number);
         return nullptr;
     }
-    return std::make_unique<SqliteConnection>(std::move(file));
+    return std::make_unique<SqliteConnection>(std::move(file), patience);
 }
 
 }  // namespace store

@@ -43,9 +43,9 @@ SqliteFile::~SqliteFile() {
     QSqlDatabase::removeDatabase(name_);
 }
 
-std::unique_ptr<SqliteFile> SqliteFile::Open(const QString& path, Mode mode, Fault& fault) {
+std::unique_ptr<SqliteFile> SqliteFile::Open(const QString& path, Mode mode, Fault& fault, int patience) {
     std::unique_ptr<SqliteFile> file(new SqliteFile(NewName()));
-    file->database_.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=20000"));
+    file->database_.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(patience));
     file->database_.setDatabaseName(UriOf(path, mode));
     if (!file->database_.open()) {
         fault = FaultOf(file->database_.lastError());

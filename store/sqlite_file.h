@@ -18,9 +18,9 @@ class SqliteFile {
         Create,    ///< a new file (the caller made sure that there is none)
     };
 
-    /// Opens the file at an absolute path. Another process's lock is waited for, up to 20 seconds a statement.
+    /// Opens the file at an absolute path. Another process's lock is waited for, `patience` milliseconds a statement.
     /// Returns null on a fault and fills `fault`. A file that can only be read opens too.
-    static std::unique_ptr<SqliteFile> Open(const QString& path, Mode mode, Fault& fault);
+    static std::unique_ptr<SqliteFile> Open(const QString& path, Mode mode, Fault& fault, int patience = kPatience);
 
     ~SqliteFile();
     SqliteFile(const SqliteFile&) = delete;

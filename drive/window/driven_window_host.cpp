@@ -2,9 +2,14 @@
 
 namespace drive {
 
-DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock)
-    : WindowHost(QString()), hands_(*this), loop_(*this, clock) {
+DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside)
+    : WindowHost(QString()), hands_(*this), loop_(*this, clock, outside) {
     loop_.SetHands(hands_);
+}
+
+void DrivenWindowHost::ProcessEvents() {
+    WindowHost::ProcessEvents();
+    loop_.TakeDuringWait();
 }
 
 void DrivenWindowHost::WaitUntil(const std::function<bool()>& done) {

@@ -9,10 +9,11 @@ namespace drive {
 /// A host with real windows whose input comes from commands: every wait takes the next ones.
 class DrivenWindowHost : public desktop::WindowHost {
   public:
-    explicit DrivenWindowHost(platform::FixedClock* clock);
+    DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside);
 
     /// The same display whatever the real one is, so that the answers don't hang on the machine.
     QSize DisplaySize() const override { return {1920, 1080}; }
+    void ProcessEvents() override;
     CommandLoop& Commands() { return loop_; }
 
   protected:

@@ -1,6 +1,7 @@
 #include "session/run/main.h"
 
 #include "diary/diary_screen.h"
+#include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
 #include "platform/instance_guard.h"
@@ -38,15 +39,22 @@ class Client {
     numbers::PhoneDirectory phones_{context_, data_, outside_.clock};
     suite::ViewingLog viewingLog_{context_, data_, series_, outside_.clock};
     suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
+    suite::SiblingCalls siblings_{context_, data_, environment_, staff_, outside_.host, outside_.clock};
     SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
     lists::PickState pick_;
-    diary::DiaryContext diary_{context_,    data_,   outside_.host, outside_.clock, permissions_,     company_,
-                               viewingLog_, phones_, series_,       pick_,          [this] { End(); }};
+    platform::RunFile typedFile_;
+    diary::DiaryContext diary_{context_,    data_,    outside_.host,    outside_.clock, permissions_, company_,
+                               viewingLog_, phones_,  series_,          pick_,          siblings_,    outside_.starter,
+                               typedFile_,  history_, [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
 };
 
 Client::Client(const Outside& outside)
-    : outside_(outside), instances_(outside.programFolder, outside.names.login, outside.names.computer) {}
+    : outside_(outside),
+      instances_(outside.programFolder, outside.names.login, outside.names.computer),
+      typedFile_(platform::UserStateFolder() + "/" +
+                     platform::PlaceName(outside.programFolder, outside.names.login, outside.names.computer),
+                 instances_) {}
 
 void Client::End() {
     frame_.CloseSession();
@@ -102,6 +110,7 @@ void Client::Run() {
     if (!Start()) return;
     outside_.host.Show(diary_.form);
     if (!outside_.host.Ended()) screen_.FocusAfterShow();
+    if (!outside_.host.Ended()) diary::OfferTyped(diary_);
     outside_.host.Run();
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/clock.h"
 #include "platform/machine.h"
+#include "platform/program_starter.h"
 #include "screen/screen_host.h"
 
 namespace session {
@@ -12,6 +13,7 @@ namespace session {
 struct Outside {
     screen::ScreenHost& host;
     const platform::Clock& clock;
+    platform::ProgramStarter& starter;
     platform::MachineNames names;
     /// Folder of the running program; "prgbin" or "prgsrc" in it marks the install root.
     QString programFolder;

@@ -18,6 +18,10 @@ DriverProcess::~DriverProcess() {
 bool DriverProcess::Start(const QStringList& arguments) {
     process_.setProgram(QCoreApplication::applicationDirPath() + "/katsudo-drive");
     process_.setArguments(arguments);
+    // What a killed client leaves stays with its tree.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_STATE_HOME", arguments.value(arguments.indexOf("--root") + 1) + "/state");
+    process_.setProcessEnvironment(environment);
     process_.start();
     return process_.waitForStarted();
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace drive {
+
+/// The lines of standard input, with a look ahead whether one is there.
+class LineReader {
+  public:
+    /// True when ReadLine wouldn't wait: a line is there, or the input has ended.
+    bool HasLine();
+    /// Waits for the next line, without its line feed. False when the input has ended.
+    bool ReadLine(std::string& line);
+
+  private:
+    bool TakeLine(std::string& line);
+    void Fill();
+
+    std::string buffer_;
+    bool ended_ = false;
+};
+
+}  // namespace drive
