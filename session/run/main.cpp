@@ -3,6 +3,7 @@
 #include "diary/diary_screen.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
+#include "move/move_screen.h"
 #include "platform/instance_guard.h"
 #include "session/run/command_line.h"
 #include "session/run/session_frame.h"
@@ -43,10 +44,14 @@ class Client {
     diary::DiaryContext diary_{context_,    data_,   outside_.host, outside_.clock, permissions_,     company_,
                                viewingLog_, phones_, series_,       pick_,          [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
+    move::MoveContext move_{diary_};
+    move::MoveScreen moveScreen_{move_};
 };
 
 Client::Client(const Outside& outside)
-    : outside_(outside), instances_(outside.programFolder, outside.names.login, outside.names.computer) {}
+    : outside_(outside), instances_(outside.programFolder, outside.names.login, outside.names.computer) {
+    diary_.showMoveScreen = [this] { moveScreen_.Show(); };
+}
 
 void Client::End() {
     frame_.CloseSession();
