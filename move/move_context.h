@@ -14,7 +14,8 @@ using CarryAttachments = std::function<void(const QString& from, const QString& 
 /// What the routines of the move screen share. One for the process, made where the client is put together.
 struct MoveContext {
     diary::DiaryContext& diary;
-    /// Run once the slot's row stands: behind a move the attachments get the new identity, behind an add they are copied.
+    /// Run once the slot's row stands: behind a move the attachments get the new identity, behind an add they are
+    /// copied.
     CarryAttachments rekeyAttachments = [](const QString&, const QString&) {};
     CarryAttachments copyAttachments = [](const QString&, const QString&) {};
 

@@ -14,8 +14,8 @@ namespace {
 
 QString KeyCondition(const SlotKey& key) {
     return " WHERE [T営業活動明細].[担当者コード] = '" + key.担当者コード + "' AND [T営業活動明細].[日付] = '" +
-           key.日付 + "' AND [T営業活動明細].[開始時刻] = '" + key.開始時刻 +
-           "' AND [T営業活動明細].[終了時刻] = '" + key.終了時刻 + "'";
+           key.日付 + "' AND [T営業活動明細].[開始時刻] = '" + key.開始時刻 + "' AND [T営業活動明細].[終了時刻] = '" +
+           key.終了時刻 + "'";
 }
 
 QString Minutes(const SlotKey& key) {

@@ -56,8 +56,7 @@ void TakeRow(MoveContext& move, const store::Recordset& row) {
     TakeColumn(row, QStringLiteral("部門名"), target.移動部門名);
     TakeColumn(row, QStringLiteral("セクションコード"), target.移動セクションコード);
     TakeColumn(row, QStringLiteral("セクション名"), target.移動セクション名);
-    for (const char* item :
-         {"担当者名", "部門名", "セクション名", "相手先略称", "相手先御担当者名", "営業活動摘要"})
+    for (const char* item : {"担当者名", "部門名", "セクション名", "相手先略称", "相手先御担当者名", "営業活動摘要"})
         move.Item(item).SetText(Named(row, item));
     move.Item("発信状況").SetText(Named(row, "発信区分名") + Named(row, "応対方法名"));
     move.Item("要件内容").SetText(Named(row, "要件分類名") + HandlingName(move, row));

@@ -7,8 +7,8 @@
 // The slot that a move or an add makes: what the user edits on the move screen, and how its commands shift it.
 namespace move {
 
-/// The key of a slot as its row has it: staff code (5), date "yyyymmdd", start and end "hh:nn"; an end hour may be above
-/// 23.
+/// The key of a slot as its row has it: staff code (5), date "yyyymmdd", start and end "hh:nn"; an end hour may be
+/// above 23.
 struct SlotKey {
     QString 担当者コード, 日付, 開始時刻, 終了時刻;
 };
