@@ -59,6 +59,7 @@ void AddContent(WidgetShelf& shelf, QVBoxLayout& column) {
         grid->addWidget(title, line, 0, Qt::AlignTop);
     if (QWidget* memo = shelf.Take(QStringLiteral("営業活動摘要"))) {
         memo->setMinimumHeight(70);
+        memo->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
         grid->addWidget(memo, line, 1);
     }
     grid->setRowStretch(line, 1);
@@ -90,14 +91,14 @@ void AddTarget(WidgetShelf& shelf, QVBoxLayout& column, int height) {
 
 void AddSteps(WidgetShelf& shelf, QVBoxLayout& column) {
     QGridLayout* grid = NewGroup(column);
-    const QList<QStringList> steps{{"btn_前週", "btn_前日", "btn_翌日", "btn_翌週"},
-                                   {"btn_30分前", "btn_15分前", "btn_15分後", "btn_30分後"},
-                                   {"btn_Now"}};
+    // Back on the left, ahead on the right; what leads to the present stands in the middle.
+    const QList<QStringList> steps{{"btn_前週", "btn_前日", QString(), "btn_翌日", "btn_翌週"},
+                                   {"btn_30分前", "btn_15分前", "btn_Now", "btn_15分後", "btn_30分後"}};
     for (int line = 0; line < steps.size(); ++line)
-        for (int place = 0; place < steps[line].size(); ++place)
+        for (int place = 0; place < steps[line].size(); ++place) {
             if (QWidget* button = shelf.Take(steps[line][place])) grid->addWidget(button, line, place);
-    for (int place = 0; place < steps.front().size(); ++place)
-        grid->setColumnStretch(place, 1);
+            grid->setColumnStretch(place, 1);
+        }
     column.addStretch(1);
 }
 

@@ -44,9 +44,16 @@ QString Stamp(const MoveContext& move) {
     return items::StampText(move.diary.clock.Now());
 }
 
+bool Write(MoveContext& move, const QString& sql) {
+    move.diary.host.SetBusy(true);
+    const bool done = move.diary.data.ExecuteMain(sql, true);
+    move.diary.host.SetBusy(false);
+    return done;
+}
+
 void MoveSlot(MoveContext& move) {
     const QString sql = MoveStatement(move.diary.session, move.source, move.target, Stamp(move));
-    if (move.diary.data.ExecuteMain(sql, true))
+    if (Write(move, sql))
         move.rekeyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
 }
 
@@ -54,7 +61,7 @@ void AddSlot(MoveContext& move) {
     std::unique_ptr<store::Recordset> row;
     if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return;
     const QString sql = AddStatement(move.diary.session, *row, move.target, Stamp(move));
-    if (move.diary.data.ExecuteMain(sql, true))
+    if (Write(move, sql))
         move.copyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
 }
 
