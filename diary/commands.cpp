@@ -129,14 +129,11 @@ void DeleteSlot(DiaryContext& diary) {
 }
 
 void OpenMoveScreen(DiaryContext& diary) {
-    screen::Control* const active = diary.pick.ActiveEntryControl;
     diary.pick.ListCondition.clear();
     diary.form.SetEnabled(false);
     diary.showMoveScreen();
     diary.form.SetEnabled(true);
     if (diary.host.Ended()) return;
-    // A list opened from there left its own item in it, of a name that this screen may know too.
-    diary.pick.ActiveEntryControl = active;
     const QString key = std::exchange(diary.pick.ListCondition, QString());
     if (!key.isEmpty()) ReopenFromMoveResult(diary, key);
     FocusControl(diary, *diary.state.LastLeftControl);

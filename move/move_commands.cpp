@@ -53,16 +53,14 @@ bool Write(MoveContext& move, const QString& sql) {
 
 void MoveSlot(MoveContext& move) {
     const QString sql = MoveStatement(move.diary.session, move.source, move.target, Stamp(move));
-    if (Write(move, sql))
-        move.rekeyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+    if (Write(move, sql)) move.rekeyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
 }
 
 void AddSlot(MoveContext& move) {
     std::unique_ptr<store::Recordset> row;
     if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return;
     const QString sql = AddStatement(move.diary.session, *row, move.target, Stamp(move));
-    if (Write(move, sql))
-        move.copyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+    if (Write(move, sql)) move.copyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
 }
 
 void StoreTargetKey(MoveContext& move) {
