@@ -1,11 +1,10 @@
-#include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "desktop/layouts.h"
+#include "desktop/layout_parts.h"
 
 // The main screen: who and when and with whom on the left, in the order in which it is typed; what and about which
 // documents on the right, with the memo below, which gets all the room that is left.
@@ -13,63 +12,12 @@ namespace desktop {
 
 namespace {
 
-constexpr int kGap = 4;
-
-/// One row of items in the order of their names; the name that ends in "*" stretches.
-void AddRow(WidgetShelf& shelf, QHBoxLayout& row, const QStringList& names) {
-    for (QString name : names) {
-        const bool stretches = name.endsWith(u'*');
-        if (stretches) name.chop(1);
-        if (QWidget* widget = shelf.Take(name)) row.addWidget(widget, stretches ? 1 : 0);
-    }
-}
-
-QHBoxLayout* NewRow() {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(kGap);
-    return row;
-}
-
-void AddRow(WidgetShelf& shelf, QGridLayout& grid, int line, const QString& title, const QStringList& names) {
-    if (QWidget* widget = shelf.Take(title)) grid.addWidget(widget, line, 0);
-    QHBoxLayout* row = NewRow();
-    AddRow(shelf, *row, names);
-    bool stretches = false;
-    for (const QString& name : names)
-        stretches = stretches || name.endsWith(u'*');
-    if (!stretches) row->addStretch();
-    grid.addLayout(row, line, 1);
-}
-
-/// A framed group with its grid; `panel` heads it when it is given.
-QGridLayout* NewGroup(QVBoxLayout& column, QWidget* panel = nullptr, int stretch = 0) {
-    auto* frame = new QFrame;
-    frame->setProperty("role", QStringLiteral("group"));
-    auto* inside = new QVBoxLayout(frame);
-    inside->setContentsMargins(8, 4, 8, 5);
-    inside->setSpacing(2);
-    if (panel) inside->addWidget(panel, 0, Qt::AlignLeft);
-    auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(kGap);
-    inside->addLayout(grid);
-    column.addWidget(frame, stretch);
-    return grid;
-}
-
 void AddTitle(WidgetShelf& shelf, QVBoxLayout& whole) {
     QHBoxLayout* row = NewRow();
     row->setSpacing(10);
-    if (QWidget* catcher = shelf.TakeAs("catcher", QStringLiteral("ヘッド終了"))) {
-        catcher->setFixedSize(1, 1);
-        row->addWidget(catcher);
-    }
+    AddCatcher(shelf, *row, QStringLiteral("ヘッド終了"));
     if (QWidget* title = shelf.TakeAs("title", QStringLiteral("prg_ttl"))) row->addWidget(title);
-    if (QWidget* notice = shelf.TakeAs("notice", QStringLiteral("お知らせ"))) {
-        notice->setMinimumWidth(300);
-        notice->setMinimumHeight(notice->fontMetrics().height() + 6);
-        row->addWidget(notice, 1);
-    }
+    AddNotice(shelf, *row);
     if (QWidget* manual = shelf.TakeAs("panel", QStringLiteral("manualpanel"))) row->addWidget(manual);
     whole.addLayout(row);
 }
@@ -105,13 +53,8 @@ void AddDateAndTime(WidgetShelf& shelf, QVBoxLayout& column) {
 void AddStaff(WidgetShelf& shelf, QVBoxLayout& column) {
     QGridLayout* grid = NewGroup(column);
     const QStringList kinds{"担当者", "部門", "セクション"};
-    for (int line = 0; line < kinds.size(); ++line) {
-        const QString& kind = kinds[line];
-        if (QWidget* pick = shelf.Take(QStringLiteral("btn_%1コード").arg(kind))) grid->addWidget(pick, line, 0);
-        QWidget* code = shelf.Take(kind + QStringLiteral("コード"));
-        if (code) grid->addWidget(code, line, 1, Qt::AlignLeft);
-        if (QWidget* name = shelf.Take(kind + QStringLiteral("名"))) grid->addWidget(name, line, 2);
-    }
+    for (int line = 0; line < kinds.size(); ++line)
+        AddCode(shelf, *grid, line, QStringLiteral("btn_%1コード").arg(kinds[line]), kinds[line]);
     grid->setColumnStretch(2, 1);
 }
 
@@ -238,10 +181,7 @@ void LayOutDiary(WidgetShelf& shelf, QWidget& content) {
     body->addLayout(left, 1);
     body->addLayout(right, 1);
     whole->addLayout(body, 1);
-    if (QWidget* catcher = shelf.TakeAs("catcher", QStringLiteral("テイル終了"))) {
-        catcher->setFixedSize(1, 1);
-        whole->addWidget(catcher);
-    }
+    AddCatcher(shelf, *whole, QStringLiteral("テイル終了"));
 }
 
 }  // namespace desktop

@@ -61,6 +61,8 @@ ControlWidget WidgetShelf::TakeAnyOfPage(const screen::Control& strip, int page)
 void LayOut(WidgetShelf& shelf, QWidget& content) {
     if (shelf.OfForm().Name() == QStringLiteral("frm活動手帳"))
         LayOutDiary(shelf, content);
+    else if (shelf.OfForm().Name() == QStringLiteral("sbf営業日程移動"))
+        LayOutMove(shelf, content);
     else if (IsListWindow(shelf.OfForm()))
         LayOutList(shelf, content);
     else

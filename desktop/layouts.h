@@ -37,6 +37,9 @@ void LayOut(WidgetShelf& shelf, QWidget& content);
 /// The main screen.
 void LayOutDiary(WidgetShelf& shelf, QWidget& content);
 
+/// The move screen.
+void LayOutMove(WidgetShelf& shelf, QWidget& content);
+
 /// Any other form: panels and labels, entries in rows behind their titles, lists, and the buttons below.
 void LayOutDialog(WidgetShelf& shelf, QWidget& content);
 

@@ -1,8 +1,12 @@
 #include "diary/commands.h"
 
+#include <utility>
+
 #include "diary/confirmation.h"
 #include "diary/focus_gate.h"
+#include "diary/masked_item.h"
 #include "diary/painting.h"
+#include "diary/slot_loading.h"
 #include "diary/slot_saving.h"
 #include "diary/slot_statements.h"
 #include "diary/slot_window.h"
@@ -127,6 +131,19 @@ void DeleteSlot(DiaryContext& diary) {
         RefreshScreen(diary);
     }
     GoOnAt(diary, "相手先コード");
+}
+
+void OpenMoveScreen(DiaryContext& diary) {
+    diary.pick.ListCondition.clear();
+    diary.form.SetEnabled(false);
+    diary.showMoveScreen();
+    diary.form.SetEnabled(true);
+    if (diary.host.Ended()) return;
+    const QString key = std::exchange(diary.pick.ListCondition, QString());
+    if (!key.isEmpty()) ReopenFromMoveResult(diary, key);
+    FocusControl(diary, *diary.state.LastLeftControl);
+    // Another client was faster, or the statement failed: what the screen shows isn't on file.
+    if (!key.isEmpty() && diary.session.NewSlotMode) diary.ShowNotice(kNotFound);
 }
 
 bool QuitScreen(DiaryContext& diary) {

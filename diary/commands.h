@@ -21,6 +21,9 @@ void RegisterSlot(DiaryContext& diary);
 /// The whole flow of 削除.
 void DeleteSlot(DiaryContext& diary);
 
+/// The flow of 移動/追加: the move screen, and the slot that it made, if it did. The focus returns to where it was.
+void OpenMoveScreen(DiaryContext& diary);
+
 /// The user wants to leave. Ends the session and the process, unless a stored slot lacks a key item or the user keeps
 /// what was typed: then returns false.
 bool QuitScreen(DiaryContext& diary);

@@ -67,6 +67,10 @@ struct DiaryContext {
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 
+    /// Shows the move screen and waits until it is closed; it leaves a slot key in the pick state when it moved or
+    /// added one. The screen lies above this layer, so whoever puts the client together gives it in.
+    std::function<void()> showMoveScreen = [] {};
+
     screen::Form form{QStringLiteral("frm活動手帳")};
     lists::ListWindows lists{{session, data, host, pick, form, clock}};
     ActivitySlot slot{};

@@ -272,6 +272,7 @@ void DiaryScreen::WireSiblings() {
 void DiaryScreen::WireCommands() {
     Item("btn_登録").onClick = Awake([this] { RegisterSlot(diary_); });
     Item("btn_削除").onClick = Awake([this] { DeleteSlot(diary_); });
+    Item("btn_移動").onClick = Awake([this] { OpenMoveScreen(diary_); });
     Item("btn_終了").onClick = Awake([this] { QuitScreen(diary_); });
     Item("prg_ttl").onClick = Awake([this] { FocusControl(diary_, *diary_.state.LastLeftControl); });
 }

@@ -1,6 +1,9 @@
 #include "diary/slot_loading.h"
 
+#include "diary/date_time_entry.h"
+#include "diary/painting.h"
 #include "diary/slot_statements.h"
+#include "diary/staff_resolution.h"
 
 namespace diary {
 
@@ -77,6 +80,26 @@ void LoadSlotByStart(DiaryContext& diary) {
         BecomeExisting(diary, *row, false);
     else
         BecomeNew(diary);
+}
+
+void ReopenFromMoveResult(DiaryContext& diary, const QString& key) {
+    session::SessionContext& session = diary.session;
+    session.SlotDate = key.mid(0, 8);
+    session.SlotYear = session.SlotDate.mid(0, 4);
+    session.SlotMonth = session.SlotDate.mid(4, 2);
+    session.SlotDay = session.SlotDate.mid(6, 2);
+    session.StartTime = key.mid(8, 5);
+    session.StartHour = session.StartTime.mid(0, 2);
+    session.StartMinute = session.StartTime.mid(3, 2);
+    session.EndTime = key.mid(13, 5);
+    session.EndHour = session.EndTime.mid(0, 2);
+    session.EndMinute = session.EndTime.mid(3, 2);
+    session.StaffCode = key.mid(18, 5);
+    NormalizeSlotDate(diary);
+    NormalizeStartTime(diary);
+    NormalizeEndTime(diary);
+    if (ResolveStaff(diary, session.StaffCode)) LoadSlotExact(diary);
+    RefreshScreen(diary);
 }
 
 }  // namespace diary

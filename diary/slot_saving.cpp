@@ -1,7 +1,5 @@
 #include "diary/slot_saving.h"
 
-#include <algorithm>
-
 #include "diary/date_time_entry.h"
 #include "diary/slot_statements.h"
 #include "diary/text_items.h"
@@ -14,11 +12,6 @@ using session::InsertBuilder;
 using session::SessionContext;
 
 namespace {
-
-bool IsFreeText(const SlotText& text) {
-    return std::any_of(kLimitedTexts.begin(), kLimitedTexts.end(),
-                       [&text](const SlotText& limited) { return limited.field == text.field; });
-}
 
 void AddKey(InsertBuilder& insert, const SessionContext& session) {
     insert.Quoted(QStringLiteral("担当者コード"), session.StaffCode);
@@ -118,7 +111,7 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
     for (const SlotText& text : kPartyTexts) {
         const QString column = QString::fromUtf8(text.name);
         // Codes and numbers go in as they stand, so a quote in one makes the statement fail; names are quoted safely.
-        if (IsFreeText(text))
+        if (IsFreeText(column))
             insert.Escaped(column, slot.*text.field);
         else
             insert.Quoted(column, slot.*text.field);

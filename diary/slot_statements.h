@@ -10,9 +10,12 @@ namespace diary {
 inline const QString kSelectDetail = QStringLiteral("SELECT T営業活動明細.* FROM T営業活動明細");
 
 /// By staff, date and start: a slot with this start, whatever its end.
+inline QString StartKeyCondition(const QString& staff, const QString& date, const QString& start) {
+    return " WHERE T営業活動明細.担当者コード = '" + staff + "' AND T営業活動明細.日付 = '" + date +
+           "' AND T営業活動明細.開始時刻 = '" + start + "'";
+}
 inline QString StartKeyCondition(const session::SessionContext& key) {
-    return " WHERE T営業活動明細.担当者コード = '" + key.StaffCode + "' AND T営業活動明細.日付 = '" + key.SlotDate +
-           "' AND T営業活動明細.開始時刻 = '" + key.StartTime + "'";
+    return StartKeyCondition(key.StaffCode, key.SlotDate, key.StartTime);
 }
 
 /// By the whole key.

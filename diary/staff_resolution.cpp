@@ -9,19 +9,29 @@ namespace diary {
 
 using session::TakeColumn;
 
-bool ResolveStaff(DiaryContext& diary, const QString& code) {
+QString StaffStatement(const QString& site, const QString& code) {
     const QString allSites = items::ZeroMask(3);
     QString sql =
         "SELECT M担当者.*, M部門.名称 AS 部門名, Mセクション.名称 AS セクション名"
         " FROM Mセクション RIGHT JOIN (M部門 RIGHT JOIN M担当者 ON M部門.コード = M担当者.部門コード)"
         " ON Mセクション.コード = M担当者.セクションコード WHERE M担当者.コード = '" +
         code + "'";
-    const QString& site = diary.session.SiteCode;
     if (site != allSites)
         sql += " AND (M担当者.事業所コード = '" + site + "' OR M担当者.事業所コード = '" + allSites + "')";
-    sql += " AND M担当者.在籍区分 = '0'";
+    return sql + " AND M担当者.在籍区分 = '0'";
+}
+
+QString DepartmentStatement(const QString& code) {
+    return "SELECT M部門.* FROM M部門 WHERE M部門.コード = '" + code + "'";
+}
+
+QString SectionStatement(const QString& code) {
+    return "SELECT Mセクション.* FROM Mセクション WHERE Mセクション.コード = '" + code + "'";
+}
+
+bool ResolveStaff(DiaryContext& diary, const QString& code) {
     std::unique_ptr<store::Recordset> row;
-    if (!diary.data.OpenMainRecordset(row, sql)) return false;
+    if (!diary.data.OpenMainRecordset(row, StaffStatement(diary.session.SiteCode, code))) return false;
     TakeColumn(*row, QStringLiteral("コード"), diary.session.StaffCode);
     TakeColumn(*row, QStringLiteral("氏名"), diary.slot.担当者名);
     TakeColumn(*row, QStringLiteral("事業所コード"), diary.session.SiteCode);
@@ -34,8 +44,7 @@ bool ResolveStaff(DiaryContext& diary, const QString& code) {
 
 bool ResolveDepartment(DiaryContext& diary, const QString& code) {
     std::unique_ptr<store::Recordset> row;
-    if (!diary.data.OpenMainRecordset(row, "SELECT M部門.* FROM M部門 WHERE M部門.コード = '" + code + "'"))
-        return false;
+    if (!diary.data.OpenMainRecordset(row, DepartmentStatement(code))) return false;
     TakeColumn(*row, QStringLiteral("コード"), diary.slot.部門コード);
     TakeColumn(*row, QStringLiteral("名称"), diary.slot.部門名);
     return true;
@@ -43,9 +52,7 @@ bool ResolveDepartment(DiaryContext& diary, const QString& code) {
 
 bool ResolveSection(DiaryContext& diary, const QString& code) {
     std::unique_ptr<store::Recordset> row;
-    if (!diary.data.OpenMainRecordset(
-            row, "SELECT Mセクション.* FROM Mセクション WHERE Mセクション.コード = '" + code + "'"))
-        return false;
+    if (!diary.data.OpenMainRecordset(row, SectionStatement(code))) return false;
     TakeColumn(*row, QStringLiteral("コード"), diary.slot.セクションコード);
     TakeColumn(*row, QStringLiteral("名称"), diary.slot.セクション名);
     return true;

@@ -1,5 +1,7 @@
 #include "diary/text_items.h"
 
+#include <algorithm>
+
 #include "diary/commands.h"
 #include "diary/painting.h"
 #include "items/text_rules.h"
@@ -13,6 +15,12 @@ const std::array<SlotText, 7> kLimitedTexts{{{"相手先略称", &ActivitySlot::
                                              {"相手先名称A", &ActivitySlot::相手先名称A},
                                              {"相手先名称B", &ActivitySlot::相手先名称B},
                                              {"相手先御担当者名", &ActivitySlot::相手先御担当者名}}};
+
+bool IsFreeText(const QString& item) {
+    return item == QStringLiteral("営業活動摘要") ||
+           std::any_of(kLimitedTexts.begin(), kLimitedTexts.end(),
+                       [&item](const SlotText& limited) { return item == QString::fromUtf8(limited.name); });
+}
 
 void CheckItemLength(DiaryContext& diary, const screen::Control& item) {
     diary.ShowNotice(items::ByteLengthNotice(item.Text(), item.maxLength));

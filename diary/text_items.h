@@ -7,6 +7,9 @@ namespace diary {
 /// The seven free texts of counterparty and contact, whose limits are watched while typing and kept when they are left.
 extern const std::array<SlotText, 7> kLimitedTexts;
 
+/// True for the items whose text goes into a statement with its quotes doubled: those seven and the memo.
+bool IsFreeText(const QString& item);
+
 /// Shows on the notice line how far the text of an item runs over its limit, or clears the line.
 void CheckItemLength(DiaryContext& diary, const screen::Control& item);
 

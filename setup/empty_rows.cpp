@@ -21,7 +21,9 @@ void FillEnvironment(StoreFill& fill) {
                  "バックアップ日指定", "月曜バックアップ", "火曜バックアップ", "水曜バックアップ", "木曜バックアップ",
                  "金曜バックアップ", "土曜バックアップ", "日曜バックアップ"},
                 {"001", "000", "0", "0", "0", "0", "0", "0", "0", "0", "0", "0", "0"});
-    fill.AddRow("営業支援", {"プログラムID", "処理分類"}, {"活動手帳", "1"});
+    // The move screen asks for its right under a name of its own.
+    for (const char* program : {"活動手帳", "営業日程移動"})
+        fill.AddRow("営業支援", {"プログラムID", "処理分類"}, {program, "1"});
 }
 
 void FillCompany(StoreFill& fill, const CompanyWords& words) {

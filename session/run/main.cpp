@@ -4,6 +4,7 @@
 #include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
+#include "move/move_screen.h"
 #include "platform/instance_guard.h"
 #include "session/run/command_line.h"
 #include "session/run/session_frame.h"
@@ -47,6 +48,8 @@ class Client {
                                viewingLog_, phones_,  series_,          pick_,          siblings_,    outside_.starter,
                                typedFile_,  history_, [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
+    move::MoveContext move_{diary_};
+    move::MoveScreen moveScreen_{move_};
 };
 
 Client::Client(const Outside& outside)
@@ -54,7 +57,9 @@ Client::Client(const Outside& outside)
       instances_(outside.programFolder, outside.names.login, outside.names.computer),
       typedFile_(platform::UserStateFolder() + "/" +
                      platform::PlaceName(outside.programFolder, outside.names.login, outside.names.computer),
-                 instances_) {}
+                 instances_) {
+    diary_.showMoveScreen = [this] { moveScreen_.Show(); };
+}
 
 void Client::End() {
     frame_.CloseSession();

@@ -16,7 +16,8 @@ TEST(CreateEmpty, HoldsWhatTheClientStartsWithAndNothingElse) {
               QStringList{"GNR|A|SQLite|data/gnrdb.accdb"});
     EXPECT_EQ(Rows(made.tree, "SELECT 動作環境定義ID, 運用事業所コード, インストール区分 FROM 動作環境定義", true),
               QStringList{"001|000|0"});
-    EXPECT_EQ(Rows(made.tree, "SELECT プログラムID, 処理分類 FROM 営業支援", true), QStringList{"活動手帳|1"});
+    EXPECT_EQ(Rows(made.tree, "SELECT プログラムID, 処理分類 FROM 営業支援 ORDER BY プログラムID", true),
+              (QStringList{"営業日程移動|1", "活動手帳|1"}));
     EXPECT_EQ(Rows(made.tree, "SELECT ID, 暗証番号有無, 決算月, 決算日, 伝票番号管理区分 FROM Mユーザ"),
               QStringList{"0001|0|3|31|0"});
     EXPECT_EQ(Rows(made.tree, "SELECT 番号ID, 連番種類 FROM A番号情報 ORDER BY 番号ID"),

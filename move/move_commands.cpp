@@ -1,0 +1,113 @@
+#include "move/move_commands.h"
+
+#include "diary/confirmation.h"
+#include "diary/slot_statements.h"
+#include "items/calendar.h"
+#include "items/display_forms.h"
+#include "move/move_statements.h"
+
+namespace move {
+
+namespace {
+
+constexpr int kAnyDateLevel = 6;
+
+bool DatesWithinWindow(const MoveContext& move) {
+    const session::SessionContext& session = move.diary.session;
+    const diary::SlotWindow window =
+        MoveWindowOn(items::DateText(move.diary.clock.Now()), numbers::CompanyClosing(session));
+    return (window.Holds(move.source.日付) && window.Holds(move.target.Key().日付)) ||
+           session.RunningStaffAccessLevel == kAnyDateLevel;
+}
+
+/// Right, period and a free target. All three are found out before anything is said, and the user gets one answer.
+bool MayWrite(MoveContext& move) {
+    const bool permitted = move.diary.permissions.EnsureProgramPermission(
+        session::kMenu, QStringLiteral("営業日程移動"), identity::kEnter);
+    const bool inPeriod = DatesWithinWindow(move);
+    const bool free = TargetSlotFree(move);
+    if (permitted && inPeriod && free) return true;
+    move.diary.host.Tell(QStringLiteral("操作権限がありません。"));
+    move.Focus(*move.lastActive);
+    return false;
+}
+
+bool Filled(MoveContext& move) {
+    const int missing = CheckTargetFilled(move.target);
+    if (missing == 0) return true;
+    move.Focus(move.Item(kTypedTexts[static_cast<std::size_t>(missing - 1)].name));
+    move.ShowNotice(QStringLiteral("必要項目が未入力です。"));
+    return false;
+}
+
+QString Stamp(const MoveContext& move) {
+    return items::StampText(move.diary.clock.Now());
+}
+
+bool Write(MoveContext& move, const QString& sql) {
+    move.diary.host.SetBusy(true);
+    const bool done = move.diary.data.ExecuteMain(sql, true);
+    move.diary.host.SetBusy(false);
+    return done;
+}
+
+void MoveSlot(MoveContext& move) {
+    const QString sql = MoveStatement(move.diary.session, move.source, move.target, Stamp(move));
+    if (Write(move, sql)) move.rekeyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+}
+
+void AddSlot(MoveContext& move) {
+    std::unique_ptr<store::Recordset> row;
+    if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return;
+    const QString sql = AddStatement(move.diary.session, *row, move.target, Stamp(move));
+    if (Write(move, sql)) move.copyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+}
+
+void StoreTargetKey(MoveContext& move) {
+    const SlotKey key = move.target.Key();
+    move.diary.pick.ListCondition = key.日付 + key.開始時刻 + key.終了時刻 + key.担当者コード;
+}
+
+void RunCommand(MoveContext& move, const QString& word, void (*write)(MoveContext&)) {
+    if (!MayWrite(move) || !Filled(move)) return;
+    if (diary::AskRegister(move.diary, QStringLiteral("営業日程") + word, word) > diary::kConfirmed) {
+        move.Focus(*move.lastActive);
+        return;
+    }
+    // What the user does from here on is not meant for a screen that is about to close.
+    move.form.SetEnabled(false);
+    move.diary.host.ProcessEvents();
+    write(move);
+    StoreTargetKey(move);
+    move.form.SetEnabled(true);
+    move.diary.host.Unload(move.form);
+}
+
+}  // namespace
+
+diary::SlotWindow MoveWindowOn(const QString& today, numbers::Closing closing) {
+    const items::Ymd date = items::ReadDate(today);
+    diary::SlotWindow window = diary::SlotWindowOn(today, closing);
+    window.last = items::DateText(items::PackDate(date.year + 2, date.month, date.day - 1));
+    return window;
+}
+
+bool TargetSlotFree(MoveContext& move) {
+    const SlotKey& source = move.source;
+    const SlotKey key = move.target.Key();
+    if (key.日付 == source.日付 && key.担当者コード == source.担当者コード && key.開始時刻 == source.開始時刻)
+        return false;
+    std::unique_ptr<store::Recordset> row;
+    return !move.diary.data.OpenMainRecordset(
+        row, diary::kSelectDetail + diary::StartKeyCondition(key.担当者コード, key.日付, key.開始時刻));
+}
+
+void MoveSource(MoveContext& move) {
+    RunCommand(move, QStringLiteral("移動"), MoveSlot);
+}
+
+void AddCopy(MoveContext& move) {
+    RunCommand(move, QStringLiteral("追加"), AddSlot);
+}
+
+}  // namespace move

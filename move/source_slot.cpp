@@ -1,0 +1,87 @@
+#include "move/source_slot.h"
+
+#include "items/calendar.h"
+#include "items/text_rules.h"
+#include "move/move_statements.h"
+
+namespace move {
+
+using session::TakeColumn;
+
+namespace {
+
+QString LongDate(items::Ymd date) {
+    return QStringLiteral("%1年%2月%3日").arg(date.year).arg(date.month).arg(date.day);
+}
+
+QString Named(const store::Recordset& row, const char* column) {
+    return row.Value(QString::fromUtf8(column)).value_or(QString());
+}
+
+/// The name of the row's handling within its matter.
+QString HandlingName(MoveContext& move, const store::Recordset& row) {
+    std::unique_ptr<store::Recordset> handling;
+    const QString sql = "SELECT * FROM K対応分類 WHERE 要件分類 = '" + Named(row, "要件分類") + "' AND 区分 = '" +
+                        Named(row, "対応分類") + "'";
+    return move.diary.data.OpenMainRecordset(handling, sql) ? Named(*handling, "名称") : QString();
+}
+
+void TakeKey(MoveContext& move) {
+    const auto text = [&move](const char* item) { return move.diary.Item(item).Text(); };
+    move.source = {text("担当者コード"), text("営業活動日付年") + text("営業活動日付月") + text("営業活動日付日"),
+                   text("開始時刻時") + ":" + text("開始時刻分"), text("終了時刻時") + ":" + text("終了時刻分")};
+    TargetSlot& target = move.target;
+    target = {};
+    TakeDate(target, move.source.日付);
+    TakeTimes(target, move.source.開始時刻, move.source.終了時刻);
+    target.移動担当者コード = move.source.担当者コード;
+}
+
+void ShowKey(MoveContext& move) {
+    for (const auto& control : move.form.Controls())
+        if (control->readOnly) control->SetText(QString());
+    const SlotKey& key = move.source;
+    if (!move.target.移動曜日.isEmpty()) move.Item("表示日付").SetText(LongDate(items::ReadDate(key.日付)));
+    move.Item("曜日").SetText(move.target.移動曜日);
+    move.Item("開始時刻").SetText(key.開始時刻);
+    move.Item("終了時刻").SetText(key.終了時刻);
+    move.Item("担当者コード").SetText(key.担当者コード);
+}
+
+void TakeRow(MoveContext& move, const store::Recordset& row) {
+    TargetSlot& target = move.target;
+    TakeColumn(row, QStringLiteral("担当者名"), target.移動担当者名);
+    TakeColumn(row, QStringLiteral("事業所コード"), target.事業所コード);
+    TakeColumn(row, QStringLiteral("部門コード"), target.移動部門コード);
+    TakeColumn(row, QStringLiteral("部門名"), target.移動部門名);
+    TakeColumn(row, QStringLiteral("セクションコード"), target.移動セクションコード);
+    TakeColumn(row, QStringLiteral("セクション名"), target.移動セクション名);
+    for (const char* item : {"担当者名", "部門名", "セクション名", "相手先略称", "相手先御担当者名", "営業活動摘要"})
+        move.Item(item).SetText(Named(row, item));
+    move.Item("発信状況").SetText(Named(row, "発信区分名") + Named(row, "応対方法名"));
+    move.Item("要件内容").SetText(Named(row, "要件分類名") + HandlingName(move, row));
+}
+
+}  // namespace
+
+void TakeSource(MoveContext& move) {
+    TakeKey(move);
+    ShowKey(move);
+    std::unique_ptr<store::Recordset> row;
+    if (!move.diary.session.NewSlotMode && move.diary.data.OpenMainRecordset(row, SourceStatement(move.source)))
+        TakeRow(move, *row);
+    move.PaintTarget();
+}
+
+QString MoveTitle(MoveContext& move) {
+    const QString title = QStringLiteral("営業日程移動");
+    const QString& site = move.diary.session.SiteCode;
+    std::unique_ptr<store::Recordset> row;
+    QString name;
+    if (move.diary.data.OpenMainRecordset(row, "SELECT * FROM M事業所 WHERE コード = '" + site + "'"))
+        TakeColumn(*row, QStringLiteral("名称"), name);
+    if (site == items::ZeroMask(3)) name = QStringLiteral("全社");
+    return name.trimmed().isEmpty() ? title : title + "(" + name + ")";
+}
+
+}  // namespace move
