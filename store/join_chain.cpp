@@ -1,5 +1,6 @@
 #include "store/join_chain.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "store/sql_condition.h"

@@ -1,5 +1,6 @@
 #include "store/outer_marks.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <map>
 
