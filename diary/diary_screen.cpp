@@ -234,8 +234,8 @@ void DiaryScreen::WireLists() {
 }
 
 void DiaryScreen::WireDocuments() {
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
-        Control& item = diary_.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No");
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        Control& item = diary_.Item(session::DocumentKinds()[kind] + "No");
         item.onLostFocus = Awake([this, &item, kind] {
             diary_.state.LastLeftControl = &item;
             DocumentNumberLeft(diary_, kind);

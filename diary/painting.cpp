@@ -22,7 +22,7 @@ void PaintKey(DiaryContext& diary) {
 }
 
 void PaintDocument(DiaryContext& diary, std::size_t kind) {
-    diary.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No").SetText(diary.slot.documents[kind].No);
+    diary.Item(session::DocumentKinds()[kind] + "No").SetText(diary.slot.documents[kind].No);
 }
 
 /// The one-time pass over the option groups. Later paints leave the buttons alone, so that a cleared slot still shows
@@ -87,7 +87,7 @@ void PaintScreen(DiaryContext& diary) {
     diary.Item("相手先区分").SetValue(diary.slot.相手先区分);
     for (const SlotText& text : kPartyTexts)
         diary.Item(text.name).SetText(diary.slot.*text.field);
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind)
         PaintDocument(diary, kind);
     diary.Item("営業活動摘要").SetText(diary.slot.営業活動摘要);
     SetPartyTabStops(diary);
