@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "desktop/look.h"
+
 namespace desktop {
 
 /// The rows as the table asks for them: it asks only for those that can be seen, so that many rows cost nothing.
@@ -38,6 +40,7 @@ class ListRows : public QAbstractTableModel {
     QVariant data(const QModelIndex& index, int role) const override {
         if (!index.isValid()) return {};
         if (role == Qt::TextAlignmentRole) return Alignment(index.column());
+        if (role == Qt::FontRole && RightAligned(index.column())) return AmountFont();
         return role == Qt::DisplayRole ? Cells(index.row()).value(index.column()) : QVariant();
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
@@ -47,9 +50,10 @@ class ListRows : public QAbstractTableModel {
     }
 
   private:
+    bool RightAligned(int column) const { return columns_[static_cast<std::size_t>(column)].rightAligned; }
     QVariant Alignment(int column) const {
-        const bool right = columns_[static_cast<std::size_t>(column)].rightAligned;
-        return QVariant::fromValue(Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+        return QVariant::fromValue(
+            Qt::Alignment((RightAligned(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
     }
 
     std::vector<screen::ListColumn> columns_;

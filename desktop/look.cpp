@@ -10,19 +10,24 @@ namespace desktop {
 
 namespace {
 
-/// A font that has every Japanese glyph; the platform's own choice where none of them is installed.
-QFont ScreenFont() {
-    QFont font = QApplication::font();
+constexpr double kPoints = 10;
+
+/// `font` in the first family that is installed; as it stands where none of them is.
+QFont InFirstOf(const QStringList& families, QFont font) {
     const QStringList installed = QFontDatabase::families();
-    for (const QString& family :
-         {QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Noto Sans JP"), QStringLiteral("Yu Gothic UI"),
-          QStringLiteral("Meiryo UI"), QStringLiteral("Hiragino Sans"), QStringLiteral("IPAexGothic")})
+    for (const QString& family : families)
         if (installed.contains(family)) {
             font.setFamily(family);
             break;
         }
-    font.setPointSizeF(10);
+    font.setPointSizeF(kPoints);
     return font;
+}
+
+/// A font that has every Japanese glyph; the platform's own choice where none of them is installed.
+QFont ScreenFont() {
+    return InFirstOf({"Noto Sans CJK JP", "Noto Sans JP", "Yu Gothic UI", "Meiryo UI", "Hiragino Sans", "IPAexGothic"},
+                     QApplication::font());
 }
 
 QPalette ScreenColours() {
@@ -86,6 +91,12 @@ void PrepareLook() {
     QApplication::setFont(ScreenFont());
     QApplication::setPalette(ScreenColours());
     qApp->setStyleSheet(QString::fromLatin1(kStyleSheet));
+}
+
+const QFont& AmountFont() {
+    static const QFont font = InFirstOf({"Noto Sans Mono CJK JP", "BIZ UDGothic", "MS Gothic", "IPAGothic"},
+                                        QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    return font;
 }
 
 }  // namespace desktop

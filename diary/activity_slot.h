@@ -3,6 +3,8 @@
 #include <QString>
 #include <array>
 
+#include "session/schema.h"
+
 namespace diary {
 
 /// A link of the slot to a sales document: its site (3), numbering base date ("yyyymmdd") and number (8).
@@ -10,10 +12,6 @@ struct DocumentLink {
     int 新規区分 = 0;  ///< 1 when no other slot referred to the document
     QString 事業所コード, 番号基準日付, No;
 };
-
-/// The document kinds in the order of their columns.
-inline constexpr std::array<const char*, 6> kDocumentKinds{"出金",     "案件",     "営業引合",
-                                                           "営業見積", "顧客注文", "営業受注"};
 
 /// The record behind the main screen: every value of one slot beside its key, which SessionContext holds. Fields bear
 /// the names of their items and columns. Numbers are 0 when unset.
@@ -27,7 +25,7 @@ struct ActivitySlot {
     QString 相手先コード, 相手先略称, 相手先郵便番号, 相手先住所A, 相手先住所B, 相手先住所C, 相手先名称A, 相手先名称B,
         相手先電話, 相手先FAX;
     QString 相手先御担当者コード, 相手先御担当者名, 相手先御担当者電話;
-    std::array<DocumentLink, kDocumentKinds.size()> documents;
+    std::array<DocumentLink, session::kDocumentKindCount> documents;  ///< in the order of session::DocumentKinds()
     QString 営業活動摘要;
     QString 承認日付, 承認者コード;
     int 承認区分 = 0;

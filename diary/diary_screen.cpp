@@ -238,8 +238,8 @@ void DiaryScreen::WireLists() {
 }
 
 void DiaryScreen::WireDocuments() {
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
-        Control& item = diary_.Item(QString::fromUtf8(kDocumentKinds[kind]) + "No");
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        Control& item = diary_.Item(session::DocumentKinds()[kind] + "No");
         item.onLostFocus = Awake([this, &item, kind] {
             diary_.state.LastLeftControl = &item;
             DocumentNumberLeft(diary_, kind);
@@ -254,8 +254,8 @@ void DiaryScreen::WireDocuments() {
 }
 
 void DiaryScreen::WireSiblings() {
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
-        diary_.Item("btn_参照" + QString::fromUtf8(kDocumentKinds[kind])).onClick =
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind)
+        diary_.Item("btn_参照" + session::DocumentKinds()[kind]).onClick =
             Awake([this, kind] { LaunchDocument(diary_, kind); });
     Item("btn_暦編集").onClick = Awake([this] { LaunchCalendar(diary_); });
     const auto panel = [this](const char* name, void (*launch)(DiaryContext&)) {

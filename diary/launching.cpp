@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kPartyAnswer = 6, kContactAnswer = 5, kDocumentAnswer = 19;
 
-const std::array<const char*, kDocumentKinds.size()> kEditorMissing{
+const std::array<const char*, session::kDocumentKindCount> kEditorMissing{
     "支払記録プログラムが有りません", "商談記録プログラムが有りません", "問い合わせ記録プログラムが有りません",
     "提案起票プログラムが有りません", "発注起票プログラムが有りません", "成約記録プログラムが有りません"};
 

@@ -19,15 +19,15 @@ struct DocumentRules {
     const char* nextByGesture;
 };
 
-const std::array<DocumentRules, kDocumentKinds.size()> kRules{{{"16810", "営業引合No", "営業受注No"},
-                                                               {"16110", "営業引合No", "営業受注No"},
-                                                               {"16130", "営業受注No", "営業受注No"},
-                                                               {"16210", "営業引合No", "営業引合No"},
-                                                               {"16220", "営業引合No", "営業引合No"},
-                                                               {"16140", "営業活動摘要", "営業活動摘要"}}};
+const std::array<DocumentRules, session::kDocumentKindCount> kRules{{{"16810", "営業引合No", "営業受注No"},
+                                                                     {"16110", "営業引合No", "営業受注No"},
+                                                                     {"16130", "営業受注No", "営業受注No"},
+                                                                     {"16210", "営業引合No", "営業引合No"},
+                                                                     {"16220", "営業引合No", "営業引合No"},
+                                                                     {"16140", "営業活動摘要", "営業活動摘要"}}};
 
 QString Word(std::size_t kind) {
-    return QString::fromUtf8(kDocumentKinds[kind]);
+    return session::DocumentKinds()[kind];
 }
 QString Table(std::size_t kind) {
     return "T" + Word(kind);
@@ -201,11 +201,13 @@ void DocumentNumberLeft(DiaryContext& diary, std::size_t kind) {
     const auto number = ChangedCode(diary, item.constData(), items::ZeroMask(8), link.No);
     if (number) {
         diary.state.InputHappened = true;
-        if (number->isEmpty())
+        if (number->isEmpty()) {
             // Site and base date stay: the next number that is typed is looked up under them.
             link.No.clear();
-        else
+            link.新規区分 = 0;
+        } else {
             LookUp(diary, kind, *number);
+        }
     }
     if (kind == k営業引合) FinishEnquiry(diary, number.has_value());
 }

@@ -27,8 +27,8 @@ std::vector<ItemText> ContentTexts(const DiaryContext& diary) {
     std::vector<ItemText> texts;
     for (const SlotText& text : kPartyTexts)
         texts.emplace_back(QString::fromUtf8(text.name), diary.slot.*text.field);
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind)
-        texts.emplace_back(QString::fromUtf8(kDocumentKinds[kind]) + "No", diary.slot.documents[kind].No);
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind)
+        texts.emplace_back(session::DocumentKinds()[kind] + "No", diary.slot.documents[kind].No);
     texts.emplace_back("営業活動摘要", diary.slot.営業活動摘要);
     return texts;
 }

@@ -154,8 +154,8 @@ void AddContact(Form& form) {
 
 void AddDocuments(Form& form) {
     static const char* const captions[] = {"出金No", "案件No", "引合No", "見積No", "注文No", "受注No"};
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
-        const QString name = QString::fromUtf8(kDocumentKinds[kind]);
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        const QString name = session::DocumentKinds()[kind];
         const QByteArray number = (name + "No").toUtf8();
         AddButton(form, ("btn_" + number).constData(), captions[kind]);
         AddEntry(form, {number.constData(), ControlKind::EntryField, EntryUse::Code, 8});

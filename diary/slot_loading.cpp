@@ -33,8 +33,8 @@ void TakeRow(const store::Recordset& row, ActivitySlot& slot, bool withDeal) {
     for (const SlotText& text : kPartyTexts)
         TakeColumn(row, QString::fromUtf8(text.name), slot.*text.field);
     TakeColumn(row, QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
-        const QString name = QString::fromUtf8(kDocumentKinds[kind]);
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        const QString name = session::DocumentKinds()[kind];
         // Payments are written with a slot but never shown by a load.
         if (name == QStringLiteral("出金") || (name == QStringLiteral("案件") && !withDeal)) continue;
         TakeDocument(row, name, slot.documents[kind]);

@@ -25,8 +25,8 @@ void AddPlace(InsertBuilder& insert, const SessionContext& session, const Activi
 }
 
 void AddDocuments(InsertBuilder& insert, const ActivitySlot& slot) {
-    for (std::size_t kind = 0; kind < kDocumentKinds.size(); ++kind) {
-        const QString name = QString::fromUtf8(kDocumentKinds[kind]);
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        const QString name = session::DocumentKinds()[kind];
         const DocumentLink& link = slot.documents[kind];
         insert.Digit(name + "新規区分", link.新規区分);
         insert.Quoted(name + "事業所コード", link.事業所コード);

@@ -127,12 +127,6 @@ QString DigitsOnly(const QString& text) {
     return digits;
 }
 
-QString RemovePercent(const QString& text) {
-    QString rest = text;
-    rest.remove(u'%');
-    return rest;
-}
-
 double Val(const QString& text) {
     QString number;
     bool fraction = false;

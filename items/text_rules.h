@@ -31,9 +31,6 @@ QString ZeroMask(int width);
 /// The half-width decimal digits of the text, in order.
 QString DigitsOnly(const QString& text);
 
-/// The text without any "%".
-QString RemovePercent(const QString& text);
-
 /// The leading number of a text, as the platform reads one: blanks skipped, an optional sign, digits and a fraction;
 /// 0 when there is none.
 double Val(const QString& text);

@@ -267,8 +267,9 @@ QStringList CreateIndexStatements(const Table& table) {
     return statements;
 }
 
-const QStringList& DocumentKinds() {
-    static const QStringList kinds = {"出金", "案件", "営業引合", "営業見積", "顧客注文", "営業受注"};
+const std::array<QString, kDocumentKindCount>& DocumentKinds() {
+    static const std::array<QString, kDocumentKindCount> kinds = {"出金",     "案件",     "営業引合",
+                                                                  "営業見積", "顧客注文", "営業受注"};
     return kinds;
 }
 

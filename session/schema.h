@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <vector>
 
 // What the two databases hold. The program itself makes no table; the tools that make and check an installation, and
@@ -41,7 +42,9 @@ QString CreateTableStatement(const Table& table);
 /// One "CREATE INDEX …" for each further index. Apart from the table, so that a big table can be filled first.
 QStringList CreateIndexStatements(const Table& table);
 
-/// The six kinds of sales document, in the order of their columns in a slot: "出金" to "営業受注".
-const QStringList& DocumentKinds();
+inline constexpr int kDocumentKindCount = 6;
+
+/// The kinds of sales document, in the order of their columns in a slot: "出金" to "営業受注".
+const std::array<QString, kDocumentKindCount>& DocumentKinds();
 
 }  // namespace session

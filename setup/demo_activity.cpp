@@ -110,10 +110,10 @@ const Party& Diary::ChooseParty() {
 
 // The four columns of each document kind. A linked document decides whom the slot is about.
 QStringList Diary::Links(QDate day, Party& party) {
-    const int linked = dice_.Chance(12) ? dice_.Below(int(session::DocumentKinds().size())) : -1;
+    const int linked = dice_.Chance(12) ? dice_.Below(session::kDocumentKindCount) : -1;
     const int place = linked < 0 ? -1 : world_.RecentDocument(index_, day, dice_.Below(3));
     QStringList columns;
-    for (int kind = 0; kind < session::DocumentKinds().size(); ++kind) {
+    for (int kind = 0; kind < session::kDocumentKindCount; ++kind) {
         if (kind != linked || place < 0) {
             columns << "0"
                     << ""

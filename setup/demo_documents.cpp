@@ -71,7 +71,7 @@ QStringList OwnValues(const QString& kind, const Document& document) {
 
 void FillKind(StoreFill& fill, const DemoWorld& world, int place, const Progress& progress) {
     const QString kind = session::DocumentKinds()[place];
-    const qint64 total = qint64(world.Sizes().documents) * session::DocumentKinds().size();
+    const qint64 total = qint64(world.Sizes().documents) * session::kDocumentKindCount;
     const qint64 before = qint64(world.Sizes().documents) * place;
     RowSink& rows = fill.Rows("T" + kind, QStringList{"事業所コード", "番号基準日付", kind + "No", kind + "日付",
                                                       "担当者コード", "部門コード", "セクションコード"} +
@@ -90,7 +90,7 @@ void FillKind(StoreFill& fill, const DemoWorld& world, int place, const Progress
 }  // namespace
 
 void FillDemoDocuments(StoreFill& fill, const DemoWorld& world, const Progress& progress) {
-    for (int place = 0; place < session::DocumentKinds().size(); ++place)
+    for (int place = 0; place < session::kDocumentKindCount; ++place)
         FillKind(fill, world, place, progress);
     RowSink& series = fill.Rows("A期日別番号情報", {"番号ID", "期日", "連番", "履歴連番"});
     for (const Series& each : NumberSeries())

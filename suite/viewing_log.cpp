@@ -9,6 +9,9 @@ namespace {
 
 const QString kSeries = QStringLiteral("01110");
 
+/// How often in a row a series may give one taken number before it counts as standing still.
+constexpr int kMostRepeats = 10;
+
 }  // namespace
 
 bool ViewingLog::IsTaken(const QString& baseDate, const QString& number) {
@@ -19,11 +22,14 @@ bool ViewingLog::IsTaken(const QString& baseDate, const QString& number) {
 
 ViewingLog::Drawn ViewingLog::DrawNumber(const QString& baseDate) {
     QString previous;
-    for (;;) {
+    for (int repeats = 0;;) {
         const QString number = series_.IssueNumber(kSeries, baseDate, context_.OperatingSiteCode);
         if (!IsTaken(baseDate, number)) return {number, true};
-        // A series that stands still would keep the user here for ever.
-        if (number == previous) return {number, false};
+        // A series that stands still would keep the user here for ever. One that counts may give a number again: a
+        // client that read the count long ago writes it back late. That ends when it has written.
+        repeats = number == previous ? repeats + 1 : 0;
+        const bool counts = !number.isEmpty() && number != numbers::kNoNumber;
+        if (repeats == (counts ? kMostRepeats : 1)) return {number, false};
         previous = number;
     }
 }

@@ -81,6 +81,18 @@ TEST_F(ListWindow, TheListTakesTheRoomAndKeepsItWhenTheNoticeComes) {
     EXPECT_EQ(Table().horizontalScrollBar()->value(), scrolled);
 }
 
+TEST_F(ListWindow, AmountsStandUnderOneAnotherUncut) {
+    sample.list->columns[1] = {"金額", 1700, true};
+    sample.list->SetRows({{"C1", {"1", "9,999,999,999"}}, {"C2", {"2", "    1,111,111"}}});
+    Open();
+    const QModelIndex cell = Table().model()->index(0, 1);
+    const QFontMetrics metrics(cell.data(Qt::FontRole).value<QFont>());
+    for (const QChar character : QString("0123456789, -"))
+        EXPECT_EQ(metrics.horizontalAdvance(character), metrics.horizontalAdvance(u'8')) << int(character.unicode());
+    EXPECT_LE(Table().itemDelegate()->sizeHint({}, cell).width(), Table().columnWidth(1));
+    EXPECT_TRUE(cell.data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
+}
+
 TEST_F(ListWindow, TypedSearchedAndPickedByKeysAlone) {
     sample.At("btn_名称検索").onClick = [this] {
         sample.list->SetRows(Rows(100));

@@ -108,7 +108,6 @@ TEST(TextRules, OnlyHalfWidthDigitsAreDigits) {
     EXPECT_EQ(DigitsOnly("03-1234 (内線5)"), "0312345");
     EXPECT_EQ(DigitsOnly("０１"), "");
     EXPECT_EQ(FoldFullWidthDigits("０５９－a９"), "059－a9");
-    EXPECT_EQ(RemovePercent("%5%0%"), "50");
 }
 
 struct ValCase {

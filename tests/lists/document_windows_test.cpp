@@ -202,36 +202,6 @@ TEST_F(DocumentWindows, AUsedNameComesIntoTheItemThatAsked) {
     EXPECT_EQ(mainForm.Focused(), next);
 }
 
-TEST_F(DocumentWindows, ATitlesKeySpoilsTheNumberListUntilItIsCleared) {
-    Open("T営業見積.番号基準日付 <> ''", {[this] {
-                                              screen::UserFocus(At("件名"));
-                                              screen::UserKey(Front(), screen::Key::Ctrl);
-                                          },
-                                          [this] {
-                                              EXPECT_EQ(Front().Name(), "wnd営業見積タイトル一覧");
-                                              EXPECT_THAT(Column(0), ElementsAre("照明", "空調更新", "配管"));
-                                              PickRow(2);
-                                          },
-                                          [this] {
-                                              EXPECT_EQ(At("件名").Text(), "配管");
-                                              EXPECT_EQ(Front().Focused(), &At("得意先コード"));
-                                              EXPECT_EQ(pick.ListCondition, "C配管");
-                                              EXPECT_EQ(List().Rows().size(), 4u);
-                                              Click("btn_件名検索");
-                                              EXPECT_THAT(Column(0), IsEmpty());
-                                              Click("btn_画面クリア");
-                                              EXPECT_EQ(pick.ListCondition, "");
-                                              EXPECT_EQ(List().Rows().size(), 4u);
-                                              screen::UserDoubleClick(At("件名"));
-                                          },
-                                          [this] { Back(); },
-                                          [this] {
-                                              EXPECT_EQ(pick.ListCondition, "");
-                                              EXPECT_EQ(Front().Focused(), &At("件名"));
-                                              Back();
-                                          }});
-}
-
 TEST_F(DocumentWindows, ThePeriodOfUsedNamesIsCountedBackFromToday) {
     const auto period = [this](int index) { screen::UserClick(Front().At("opb_期間", index)); };
     Open({}, {[this] { screen::UserDoubleClick(At("得意先名")); },

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int kSaves = 500;
+constexpr int kLooks = 1000;
 
 /// What a person does for a slot on the next day: the step (which writes a row of the viewing log), the staff member,
 /// the party, and off the last item, which asks and stores.
@@ -26,16 +27,23 @@ std::vector<QJsonObject> SlotCommands(const QString& staff, int number) {
             {{"do", "click"}, {"item", "btn_登録"}}};
 }
 
-/// Plays the saves of one client; gives the words of the first thing that went wrong.
-QString ReportSlots(const QString& root, const QString& login, const QString& staff) {
+/// Who turns over the pages of the diary: every step is a look, and so a row of the viewing log.
+std::vector<QJsonObject> LookCommands(const QString&, int) {
+    return {{{"do", "click"}, {"item", "btn_翌日"}}};
+}
+
+using Commands = std::vector<QJsonObject> (*)(const QString& staff, int number);
+
+/// Plays one client, the commands `times` times; gives the words of the first thing that went wrong.
+QString PlayClient(const QString& root, const QString& login, const QString& staff, int times, Commands commands) {
     scenario::DriverProcess client;
     if (!client.Start({"--root", root, "--login", login, "--computer", "PC-" + login, "--now", "20261120 100512"}))
         return "no client";
-    for (int number = 0; number < kSaves; ++number) {
-        for (const QJsonObject& command : SlotCommands(staff, number)) {
+    for (int number = 0; number < times; ++number) {
+        for (const QJsonObject& command : commands(staff, number)) {
             const QJsonObject answer = client.Play(command);
             if (!answer["ok"].toBool() || !answer["message"].isNull())
-                return QString("slot %1, %2: %3 %4")
+                return QString("turn %1, %2: %3 %4")
                     .arg(number)
                     .arg(command["item"].toString(), answer["error"].toString(),
                          answer["message"].toObject()["text"].toString());
@@ -52,20 +60,23 @@ int Count(const QString& root, const QString& store, const QString& what) {
     return rows.isEmpty() ? -1 : rows[0][0].toString().toInt();
 }
 
+void PlayTwoClients(const QString& root, int times, Commands commands) {
+    QString satoProblem;
+    QString suzukiProblem;
+    std::thread sato([&] { satoProblem = PlayClient(root, "sato", "1", times, commands); });
+    std::thread suzuki([&] { suzukiProblem = PlayClient(root, "suzuki", "2", times, commands); });
+    sato.join();
+    suzuki.join();
+    EXPECT_EQ(satoProblem.toStdString(), "");
+    EXPECT_EQ(suzukiProblem.toStdString(), "");
+}
+
 TEST(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
     const QTemporaryDir place;
     const QString root = place.path() + "/office";
     ASSERT_EQ(scenario::MakeOffice(root), QString());
 
-    QString satoProblem;
-    QString suzukiProblem;
-    std::thread sato([&] { satoProblem = ReportSlots(root, "sato", "1"); });
-    std::thread suzuki([&] { suzukiProblem = ReportSlots(root, "suzuki", "2"); });
-    sato.join();
-    suzuki.join();
-    EXPECT_EQ(satoProblem.toStdString(), "");
-    EXPECT_EQ(suzukiProblem.toStdString(), "");
-
+    PlayTwoClients(root, kSaves, SlotCommands);
     EXPECT_EQ(Count(root, "data", "DISTINCT 担当者コード || 日付 || 相手先略称) FROM T営業活動明細"), 2 * kSaves);
     EXPECT_EQ(Count(root, "data", "*) FROM T営業活動"), 2 * kSaves);
     EXPECT_EQ(Count(root, "data", "*) FROM M電話番号"), 1);
@@ -81,6 +92,22 @@ TEST(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
     EXPECT_LE(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー%'"), refused + 2);
     EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE '%locked%'"), 0);
     RecordProperty("refused", refused);
+}
+
+TEST(TwoClientsSideBySide, EachLookOfBothIsLoggedUnderANumberOfItsOwn) {
+    const QTemporaryDir place;
+    const QString root = place.path() + "/office";
+    ASSERT_EQ(scenario::MakeOffice(root), QString());
+    PlayTwoClients(root, kLooks, LookCommands);
+    for (const QString login : {"sato", "suzuki"})
+        EXPECT_EQ(Count(root, "data", "*) FROM T閲覧 WHERE ユーザID LIKE '" + login + "%'"), kLooks);
+    // Every number up to the last one stands in a row: none was shared, and none was drawn in vain.
+    EXPECT_EQ(Count(root, "data",
+                    QString("DISTINCT 閲覧No) FROM T閲覧 WHERE 閲覧No <= '%1'").arg(2 * kLooks, 8, 10, QChar('0'))),
+              2 * kLooks);
+    // A number may be refused to the one that comes second; nothing else may fail.
+    const QString refused = " AND 摘要 NOT LIKE '%UNIQUE%[T閲覧]%' AND 摘要 NOT LIKE '%UNIQUE%[A期日別番号情報]%'";
+    EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー %'" + refused), 0);
 }
 
 }  // namespace
