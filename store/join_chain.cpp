@@ -1,5 +1,7 @@
 #include "store/join_chain.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 #include "store/sql_condition.h"

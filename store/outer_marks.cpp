@@ -1,5 +1,7 @@
 #include "store/outer_marks.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <map>
 
