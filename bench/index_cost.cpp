@@ -13,7 +13,7 @@
 namespace bench {
 namespace {
 
-constexpr int kMostCopied = 1'000'000;
+constexpr int kMostCopied = 300'000;
 constexpr int kSaves = 20;
 
 // A store with a copy of a table. The fault is filled when it fails.

@@ -8,7 +8,7 @@ namespace bench {
 /// save one. False on a fault.
 bool PrintPartyIndexCost(const QString& mainStore, QTextStream& out);
 
-/// The same for a slot and for each kind of document, on copies of up to a million rows; then the sizes of the indexes
+/// The same for a slot and for each kind of document, on copies of some 100,000 rows; then the sizes of the indexes
 /// in the store itself. False on a fault.
 bool PrintDocumentIndexCost(const QString& mainStore, QTextStream& out);
 

@@ -1,5 +1,6 @@
 #include "bench/window/desk.h"
 
+#include "bench/no_log.h"
 #include "desktop/window_host.h"
 #include "diary/diary_screen.h"
 #include "diary/painting.h"
@@ -8,16 +9,6 @@
 #include "session/schema.h"
 
 namespace bench {
-namespace {
-
-/// Nobody reads the history of a measurement.
-class NoLog : public session::StatementLog {
-  public:
-    void WriteOutputHistory(const QString&) override {}
-    void WriteErrorHistory(const QString&) override {}
-};
-
-}  // namespace
 
 const QString Desk::kViewer = QStringLiteral("BENCH");
 

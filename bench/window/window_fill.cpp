@@ -2,22 +2,12 @@
 
 #include <QFile>
 
+#include "bench/no_log.h"
 #include "desktop/window_host.h"
 #include "lists/list_window.h"
 #include "screen/user_input.h"
 
 namespace bench {
-
-namespace {
-
-/// Nobody reads the history of a measurement.
-class NoLog : public session::StatementLog {
-  public:
-    void WriteOutputHistory(const QString&) override {}
-    void WriteErrorHistory(const QString&) override {}
-};
-
-}  // namespace
 
 /// What a list window stands on: a session with the tree's main store, a main screen with the items that ask.
 struct WindowFill::Stage {
