@@ -13,6 +13,7 @@ struct ListCase {
     int mode = 0;
     QString what;  ///< for people: "名称検索 none"
     lists::SearchValues values;
+    int period = -1;  ///< index of the chosen period, for a list that has periods
 
     /// The statements of the search, those of check boxes that open off left out.
     QStringList Statements() const;

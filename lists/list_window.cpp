@@ -70,11 +70,12 @@ SearchValues ListWindow::Values() const {
 }
 
 void ListWindow::RunStatement(const ListStatement& statement, const SearchValues& values, std::vector<ListRow>& rows) {
-    if (rows.size() >= kMostRows) return;
+    const int room = kMostRows - static_cast<int>(rows.size());
     const QString sql = BuildSearchSql(description_, statement, searchMode_, values);
     std::unique_ptr<store::Recordset> found;
-    if (sql.isEmpty() || !services_.data.OpenMainRecordset(found, sql)) return;
-    for (; !found->Eof() && rows.size() < kMostRows; found->MoveNext())
+    // Not every statement has a limit of its own.
+    if (room == 0 || sql.isEmpty() || !services_.data.OpenMainRecordset(found, sql, false, room)) return;
+    for (; !found->Eof(); found->MoveNext())
         rows.push_back(RowOf(statement, *found));
 }
 

@@ -12,9 +12,9 @@ const QString kNoConnection = QStringLiteral("接続が開かれていません�
 }  // namespace
 
 bool DataAccess::Read(store::Connection* connection, std::unique_ptr<store::Recordset>& recordset, const QString& sql,
-                      store::Fault& fault) {
+                      store::Fault& fault, int mostRows) {
     if (connection)
-        recordset = connection->Query(sql, fault);
+        recordset = connection->Query(sql, fault, mostRows);
     else
         fault.description = kNoConnection;
     const bool failed = !connection || !recordset;
@@ -28,9 +28,10 @@ bool DataAccess::Run(store::Connection* connection, const QString& sql, store::F
     return false;
 }
 
-bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog) {
+bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog,
+                                   int mostRows) {
     store::Fault fault;
-    if (!Read(context_.MainConnection.get(), recordset, sql, fault)) {
+    if (!Read(context_.MainConnection.get(), recordset, sql, fault, mostRows)) {
         log_.WriteErrorHistory(fault.description + sql);
         return false;
     }

@@ -25,8 +25,9 @@ class DataAccess {
     DataAccess(SessionContext& context, StatementLog& log) : context_(context), log_(log) {}
 
     /// Reads from the main database. True when there is a current row; the recordset is never null, at its end after a
-    /// fault or an empty result.
-    bool OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog = false);
+    /// fault or an empty result. No more than `mostRows` rows are read.
+    bool OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog = false,
+                           int mostRows = store::kAllRows);
 
     /// Runs a statement on the main database. True when it ran.
     bool ExecuteMain(const QString& sql, bool writeLog = false);
@@ -40,7 +41,7 @@ class DataAccess {
 
   private:
     bool Read(store::Connection* connection, std::unique_ptr<store::Recordset>& recordset, const QString& sql,
-              store::Fault& fault);
+              store::Fault& fault, int mostRows = store::kAllRows);
     bool Run(store::Connection* connection, const QString& sql, store::Fault& fault);
     void LogConfigFault(const store::Fault& fault, const QString& sql);
 

@@ -45,11 +45,20 @@ Table DetailTable() {
     return table;
 }
 
-Table DocumentTable(const QString& kind, const QString& further) {
+// The key serves the fetch of one document. The lists show documents by date or by number; `used` are the texts that
+// are offered as used before, each once and by date, and also orders of lists; `narrowed` are columns by which a list
+// is narrowed to few of a million documents, which then come in the order of their dates. A deal's list looks for its
+// party in three columns and shows what it finds by the first: the index has all of them.
+Table DocumentTable(const QString& kind, const QString& further, const QString& used, const QString& narrowed) {
+    QString indexes = "%1日付+%1No %1No+%1日付";
+    for (const QString& column : Words(used))
+        indexes += " " + column + "+%1日付";
+    for (const QString& columns : Words(narrowed))
+        indexes += " " + columns + "+%1日付+%1No";
     return Describe(
         "T" + kind, QString("事業所コード 番号基準日付 %1No").arg(kind),
         QString("事業所コード 番号基準日付 %1No %1日付 担当者コード 部門コード セクションコード %2").arg(kind, further),
-        QString("%1日付+%1No %1No+%1日付").arg(kind));
+        indexes.arg(kind));
 }
 
 // One index for each order in which a party list shows its rows, with the columns that this search and the filters of
@@ -132,17 +141,22 @@ Table AttachmentTable() {
 
 void AddDocuments(std::vector<Table>& tables) {
     const QString parties = "得意先コード 納品先コード 得意先対応先区分 得意先名称A 得意先名称B ";
-    tables.push_back(DocumentTable("出金", "実質出金金額合計"));
+    const QString codes = "得意先コード 納品先コード";
+    tables.push_back(DocumentTable("出金", "実質出金金額合計", "", "担当者コード"));
     tables.push_back(DocumentTable("案件",
                                    "案件名 相手先区分 相手先コード 相手先略称 相手先郵便番号 相手先住所A 相手先住所B "
                                    "相手先住所C 相手先名称A 相手先名称B 相手先電話 相手先FAX 相手先名称入力区分 "
-                                   "相手先御担当者コード 相手先御担当者名 相手先御担当者電話"));
-    tables.push_back(DocumentTable("営業引合", parties + "営業引合商品名A 営業引合商品名B 営業引合納期 営業引合金額"));
-    tables.push_back(DocumentTable("営業見積", parties + "タイトル 見積金額合計"));
-    tables.push_back(DocumentTable("顧客注文", parties + "タイトル 注文金額合計"));
+                                   "相手先御担当者コード 相手先御担当者名 相手先御担当者電話",
+                                   "案件名 相手先御担当者名", "相手先コード+相手先区分"));
+    tables.back().indexes.push_back({"相手先略称", "案件日付", "相手先名称A", "相手先名称B"});
+    tables.push_back(DocumentTable("営業引合", parties + "営業引合商品名A 営業引合商品名B 営業引合納期 営業引合金額",
+                                   "得意先名称A 営業引合商品名A 営業引合納期", codes));
+    tables.push_back(DocumentTable("営業見積", parties + "タイトル 見積金額合計", "得意先名称A タイトル", codes));
+    tables.push_back(DocumentTable("顧客注文", parties + "タイトル 注文金額合計", "得意先名称A タイトル", codes));
     tables.push_back(DocumentTable("営業受注",
                                    "得意先コード 納品先コード 得意先名称A 得意先名称B 納品先名称A 納品先名称B "
-                                   "営業受注納期 受注納期 受注金額合計"));
+                                   "営業受注納期 受注納期 受注金額合計",
+                                   "得意先名称A 納品先名称A 営業受注納期", codes));
 }
 
 void AddMasters(std::vector<Table>& tables) {

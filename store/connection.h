@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -17,15 +18,20 @@ struct Fault {
 /// How long a statement waits for another process's lock unless told otherwise, in milliseconds.
 inline constexpr int kPatience = 20'000;
 
+/// No limit to the rows that are read.
+inline constexpr int kAllRows = std::numeric_limits<int>::max();
+
 /// One open connection to a store. It takes statements in the program's one kind of SQL; the engine's dialect rewrites
 /// them on the way. Another process's lock is waited for. Nothing here throws.
 class Connection {
   public:
     virtual ~Connection() = default;
 
-    /// Runs a SELECT and reads its whole result, so that no read lock outlives the call.
+    /// Runs a SELECT and reads its result, so that no read lock outlives the call: the whole of it, or its first
+    /// `mostRows` rows. The engine stops looking behind those, and a statement that it can walk in order costs no more
+    /// than they do.
     /// Returns null on a fault and fills `fault`; an empty result is a recordset at its end.
-    virtual std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault) = 0;
+    virtual std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows = kAllRows) = 0;
 
     /// Runs a statement that changes data. Returns false on a fault and fills `fault`; no row changed is a success.
     virtual bool Execute(const QString& sql, Fault& fault) = 0;

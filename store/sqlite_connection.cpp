@@ -32,14 +32,14 @@ class SqliteConnection : public Connection {
   public:
     SqliteConnection(std::unique_ptr<SqliteFile> file, int patience) : file_(std::move(file)), patience_(patience) {}
 
-    std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault) override {
+    std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
         const auto rewritten = Prepare(sql, fault);
         if (!rewritten) {
             return nullptr;
         }
         QSqlQuery query = file_->NewQuery();
         query.setForwardOnly(true);
-        auto rows = SqliteFile::Start(query, *rewritten, fault) ? ReadAll(query, fault) : nullptr;
+        auto rows = SqliteFile::Start(query, *rewritten, fault) ? ReadRows(query, mostRows, fault) : nullptr;
         query.finish();
         KeepPatience(rows != nullptr, fault);
         return rows;
@@ -75,14 +75,14 @@ class SqliteConnection : public Connection {
     }
 
     // A result that is read half way would keep its read lock and make other processes' saves fail.
-    static std::unique_ptr<Recordset> ReadAll(QSqlQuery& query, Fault& fault) {
+    static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault) {
         QStringList columns;
         const QSqlRecord record = query.record();
         for (int i = 0; i < record.count(); ++i) {
             columns.append(record.fieldName(i));
         }
         std::vector<Recordset::Row> rows;
-        while (query.next()) {
+        while (static_cast<int>(rows.size()) < mostRows && query.next()) {
             rows.push_back(ReadRow(query, record.count()));
         }
         if (query.lastError().isValid()) {

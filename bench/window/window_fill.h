@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QDateTime>
 #include <QString>
 #include <memory>
 
-#include "bench/list_bench.h"
+#include "bench/document_cases.h"
+#include "bench/recording_connection.h"
 
 namespace bench {
 
@@ -11,12 +13,22 @@ namespace bench {
 /// button and returns when the filled list is painted.
 class WindowFill {
   public:
-    /// `root` is the install tree. The windows are made when they are first searched in.
-    explicit WindowFill(const QString& root);
+    /// `root` is the install tree; `now` is the day on which the windows believe to be. The windows are made when they
+    /// are first searched in.
+    WindowFill(const QString& root, const QDateTime& now);
     ~WindowFill();
 
     /// Rows of the filled list; -1 when the store can't be opened.
     int operator()(const ListCase& search);
+
+    /// Opens a number list as the main screen does, and returns when it is painted with its first search. Rows of the
+    /// list; -1 when the store can't be opened.
+    int Open(const Opening& opening);
+    /// Closes it again, as going back does.
+    void Close(const Opening& opening);
+
+    /// The statements of an opening.
+    std::vector<Recorded> StatementsOf(const Opening& opening);
 
   private:
     struct Stage;

@@ -131,6 +131,14 @@ TEST_P(Storage, AReadResultHoldsNoLock) {
     const auto other = db_.Another();
     EXPECT_TRUE(other->Execute("UPDATE M担当者 SET 氏名 = '新'", fault)) << fault.description.toStdString();
     EXPECT_EQ(rows->Value("氏名"), "鈴木");
+    // Nor one that was read in part.
+    const auto some = db_->Query("SELECT コード FROM M担当者 ORDER BY コード", fault, 2);
+    ASSERT_TRUE(some && !some->Eof());
+    some->MoveNext();
+    EXPECT_EQ(some->Value("コード"), "00002");
+    some->MoveNext();
+    EXPECT_TRUE(some->Eof());
+    EXPECT_TRUE(other->Execute("UPDATE M担当者 SET 氏名 = '新'", fault)) << fault.description.toStdString();
     EXPECT_EQ(db_.Rows("SELECT DISTINCT 氏名 FROM M担当者"), "新") << "another's write is seen at once";
 }
 
