@@ -76,7 +76,13 @@ int main(int argc, char** argv) {
     const auto outside = [&](screen::ScreenHost& host) {
         const platform::Clock& clock = fixedClock ? static_cast<const platform::Clock&>(*fixedClock)
                                                   : static_cast<const platform::Clock&>(systemClock);
-        return session::Outside{host, clock, starter, names, ProgramFolder(parser.value("root")), parser.value("tail")};
+        return session::Outside{host,
+                                clock,
+                                starter,
+                                names,
+                                ProgramFolder(parser.value("root")),
+                                platform::UserStateFolder(),
+                                parser.value("tail")};
     };
     if (parser.isSet("window")) {
         drive::DrivenWindowHost host(fixedClock.get(), record);

@@ -47,6 +47,6 @@ int main(int argc, char** argv) {
     const platform::SystemClock clock;
     platform::ProcessStarter starter;
     session::Main({host, clock, starter, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
-                   CommandLineTail(argc, argv)});
+                   platform::UserStateFolder(), CommandLineTail(argc, argv)});
     return 0;
 }

@@ -1,11 +1,13 @@
 #include "bench/window/desk.h"
 
-#include "bench/no_log.h"
+#include <QTemporaryDir>
+#include <algorithm>
+
 #include "desktop/window_host.h"
-#include "diary/diary_screen.h"
 #include "diary/painting.h"
 #include "items/display_forms.h"
 #include "screen/user_input.h"
+#include "session/run/modules.h"
 #include "session/schema.h"
 
 namespace bench {
@@ -16,22 +18,12 @@ const QString Desk::kViewer = QStringLiteral("BENCH");
 struct Desk::Furniture {
     explicit Furniture(const QDateTime& now) : clock(now) {}
 
-    session::SessionContext session;
-    NoLog log;
-    session::DataAccess data{session, log};
     desktop::WindowHost host{QString()};
     platform::FixedClock clock;
-    identity::StaffIdentity staff{session, data, host};
-    identity::PinDialog pinDialog{session, data, staff, host, clock};
-    identity::Permissions permissions{session, data, staff, pinDialog, host};
-    identity::CompanyLoader company{session, data};
-    numbers::NumberSeries series{session, data, host, clock};
-    numbers::PhoneDirectory phones{session, data, clock};
-    suite::ViewingLog viewingLog{session, data, series, clock};
-    lists::PickState pick;
-    diary::DiaryContext diary{session,    data,   host,   clock, permissions, company,
-                              viewingLog, phones, series, pick,  [] {}};
-    diary::DiaryScreen screen{diary};
+    platform::ProcessStarter starter;
+    QTemporaryDir state;
+    session::Outside outside{host, clock, starter, {}, QString(), state.path(), QString()};
+    session::Modules modules{outside, [] {}};
     RecordingConnection* connection = nullptr;
     QString problem;
 };
@@ -70,7 +62,7 @@ Desk::Desk(const QString& root, const QDateTime& now) : furniture_(std::make_uni
     }
     auto recording = std::make_unique<RecordingConnection>(std::move(opened));
     desk.connection = recording.get();
-    session::SessionContext& session = desk.session;
+    session::SessionContext& session = desk.modules.context;
     session.MainConnection = std::move(recording);
     session.MainConnectionOpen = true;
     session.DbKind = QStringLiteral("A");
@@ -78,13 +70,13 @@ Desk::Desk(const QString& root, const QDateTime& now) : furniture_(std::make_uni
     session.RunningStaffCode = session.RunningStaffName = kViewer;
     session.NewSlotMode = true;
     // A series that is missing would be told to a user, and there is none.
-    if (!desk.company.LoadCompanyInformation() ||
-        desk.series.ResolveNumberDate(QStringLiteral("01110"), items::DateText(now)).isEmpty()) {
+    if (!desk.modules.company.LoadCompanyInformation() ||
+        desk.modules.series.ResolveNumberDate(QStringLiteral("01110"), items::DateText(now)).isEmpty()) {
         desk.problem = QStringLiteral("The store has no company or no number series.");
         return;
     }
-    desk.host.Show(desk.diary.form);
-    desk.screen.FocusAfterShow();
+    desk.host.Show(desk.modules.diary.form);
+    desk.modules.screen.FocusAfterShow();
     desk.host.ProcessEvents();
 }
 
@@ -100,10 +92,10 @@ RecordingConnection* Desk::Connection() {
 
 void Desk::BeginSlot(const TypedNumbers& numbers) {
     Furniture& desk = *furniture_;
-    session::SessionContext& key = desk.session;
+    session::SessionContext& key = desk.modules.context;
     key.SiteCode = numbers.site;
-    desk.diary.slot = diary::ActivitySlot();
-    desk.diary.slot.部門コード = desk.diary.slot.セクションコード = QStringLiteral("001");
+    desk.modules.diary.slot = diary::ActivitySlot();
+    desk.modules.diary.slot.部門コード = desk.modules.diary.slot.セクションコード = QStringLiteral("001");
     key.SlotDate = items::DateText(numbers.day.startOfDay());
     key.SlotYear = key.SlotDate.left(4);
     key.SlotMonth = key.SlotDate.mid(4, 2);
@@ -114,25 +106,26 @@ void Desk::BeginSlot(const TypedNumbers& numbers) {
     key.StartTime = QStringLiteral("07:05");
     key.EndTime = QStringLiteral("08:05");
     key.StaffCode = QStringLiteral("00001");
-    diary::PaintScreen(desk.diary);
+    diary::PaintScreen(desk.modules.diary);
 }
 
 void Desk::Type(const QString& kind, const QString& number) {
-    screen::Control& item = furniture_->diary.Item(kind + "No");
+    screen::Control& item = furniture_->modules.diary.Item(kind + "No");
     screen::UserFocus(item);
     screen::UserType(item, number);
     furniture_->host.ProcessEvents();
 }
 
 void Desk::Leave() {
-    screen::UserKey(furniture_->diary.form, screen::Key::Tab);
+    screen::UserKey(furniture_->modules.diary.form, screen::Key::Tab);
     furniture_->host.ProcessEvents();
 }
 
 bool Desk::Holds(const QString& kind, const QString& number) const {
-    const screen::Control& item = furniture_->diary.Item(kind + "No");
-    const auto place = session::DocumentKinds().indexOf(kind);
-    return item.Text() == number && furniture_->diary.slot.documents[std::size_t(place)].No == number;
+    const screen::Control& item = furniture_->modules.diary.Item(kind + "No");
+    const auto& kinds = session::DocumentKinds();
+    const auto place = std::find(kinds.begin(), kinds.end(), kind) - kinds.begin();
+    return item.Text() == number && furniture_->modules.diary.slot.documents[std::size_t(place)].No == number;
 }
 
 }  // namespace bench

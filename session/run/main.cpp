@@ -1,22 +1,19 @@
 #include "session/run/main.h"
 
-#include "diary/diary_screen.h"
 #include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
-#include "move/move_screen.h"
-#include "platform/instance_guard.h"
 #include "session/run/command_line.h"
-#include "session/run/session_frame.h"
+#include "session/run/modules.h"
 
 namespace session {
 
 namespace {
 
-/// The client put together: every module object once, each given what it uses.
+/// One run of the client, from its start to its end.
 class Client {
   public:
-    explicit Client(const Outside& outside);
+    explicit Client(const Outside& outside) : modules_(outside, [this] { End(); }) {}
     void Run();
 
   private:
@@ -26,73 +23,41 @@ class Client {
     void Refuse(const QString& message);
     void End();
 
-    const Outside& outside_;
-    platform::InstanceGuard instances_;
-    SessionContext context_;
-    suite::RunHistory history_{context_, outside_.clock};
-    DataAccess data_{context_, history_};
-    Environment environment_{context_, data_, history_, outside_.host, outside_.names};
-    identity::StaffIdentity staff_{context_, data_, outside_.host};
-    identity::PinDialog pinDialog_{context_, data_, staff_, outside_.host, outside_.clock};
-    identity::Permissions permissions_{context_, data_, staff_, pinDialog_, outside_.host};
-    identity::CompanyLoader company_{context_, data_};
-    numbers::NumberSeries series_{context_, data_, outside_.host, outside_.clock};
-    numbers::PhoneDirectory phones_{context_, data_, outside_.clock};
-    suite::ViewingLog viewingLog_{context_, data_, series_, outside_.clock};
-    suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
-    suite::SiblingCalls siblings_{context_, data_, environment_, staff_, outside_.host, outside_.clock};
-    SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
-    lists::PickState pick_;
-    platform::RunFile typedFile_;
-    diary::DiaryContext diary_{context_,    data_,    outside_.host,    outside_.clock, permissions_, company_,
-                               viewingLog_, phones_,  series_,          pick_,          siblings_,    outside_.starter,
-                               typedFile_,  history_, [this] { End(); }};
-    diary::DiaryScreen screen_{diary_};
-    move::MoveContext move_{diary_};
-    move::MoveScreen moveScreen_{move_};
+    Modules modules_;
 };
 
-Client::Client(const Outside& outside)
-    : outside_(outside),
-      instances_(outside.programFolder, outside.names.login, outside.names.computer),
-      typedFile_(platform::UserStateFolder() + "/" +
-                     platform::PlaceName(outside.programFolder, outside.names.login, outside.names.computer),
-                 instances_) {
-    diary_.showMoveScreen = [this] { moveScreen_.Show(); };
-}
-
 void Client::End() {
-    frame_.CloseSession();
-    outside_.host.EndProgram();
+    modules_.frame.CloseSession();
+    modules_.outside.host.EndProgram();
 }
 
 void Client::Refuse(const QString& message) {
-    outside_.host.Tell(message);
+    modules_.outside.host.Tell(message);
     End();
 }
 
 bool Client::LoadTodayAndCompany() {
-    const bool loaded = company_.LoadCompanyInformation();
-    const items::Ymd today = items::ReadDate(items::DateText(outside_.clock.Now()));
-    context_.NewSlotMode = true;
-    context_.SlotYear = items::Padded(today.year, 4);
-    context_.SlotMonth = items::Padded(today.month, 2);
-    context_.SlotDay = items::Padded(today.day, 2);
-    context_.SlotDate = context_.SlotYear + context_.SlotMonth + context_.SlotDay;
-    diary_.slot.営業活動曜日 = items::WeekdayName(today);
+    const bool loaded = modules_.company.LoadCompanyInformation();
+    const items::Ymd today = items::ReadDate(items::DateText(modules_.outside.clock.Now()));
+    modules_.context.NewSlotMode = true;
+    modules_.context.SlotYear = items::Padded(today.year, 4);
+    modules_.context.SlotMonth = items::Padded(today.month, 2);
+    modules_.context.SlotDay = items::Padded(today.day, 2);
+    modules_.context.SlotDate = modules_.context.SlotYear + modules_.context.SlotMonth + modules_.context.SlotDay;
+    modules_.diary.slot.営業活動曜日 = items::WeekdayName(today);
     return loaded;
 }
 
 bool Client::MayRun() {
     // The names tell the suite's programs which fields a start of this one takes.
-    permissions_.UpdateConditionItems(kMenu, kProgramId,
-                                      {"事業所コード", "営業活動日付", "開始時刻", "終了時刻", "担当者コード"});
-    return permissions_.EnsureProgramPermission(kMenu, kProgramId, identity::kOperate);
+    modules_.permissions.UpdateConditionItems(kMenu, kProgramId,
+                                              {"事業所コード", "営業活動日付", "開始時刻", "終了時刻", "担当者コード"});
+    return modules_.permissions.EnsureProgramPermission(kMenu, kProgramId, identity::kOperate);
 }
 
 bool Client::Start() {
-    if (!frame_.OpenSession()) {
-        if (!outside_.host.Ended()) Refuse(QStringLiteral("データベースが使用できません。"));
+    if (!modules_.frame.OpenSession()) {
+        if (!modules_.outside.host.Ended()) Refuse(QStringLiteral("データベースが使用できません。"));
         return false;
     }
     if (!LoadTodayAndCompany()) {
@@ -103,8 +68,8 @@ bool Client::Start() {
         Refuse(QStringLiteral("操作権限がありません。"));
         return false;
     }
-    ReadCommandLine(context_, frame_.Tail());
-    if (!context_.SlotKeyGiven && instances_.AnotherRuns()) {
+    ReadCommandLine(modules_.context, modules_.frame.Tail());
+    if (!modules_.context.SlotKeyGiven && modules_.instances.AnotherRuns()) {
         End();
         return false;
     }
@@ -113,10 +78,10 @@ bool Client::Start() {
 
 void Client::Run() {
     if (!Start()) return;
-    outside_.host.Show(diary_.form);
-    if (!outside_.host.Ended()) screen_.FocusAfterShow();
-    if (!outside_.host.Ended()) diary::OfferTyped(diary_);
-    outside_.host.Run();
+    modules_.outside.host.Show(modules_.diary.form);
+    if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
+    if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
+    modules_.outside.host.Run();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/machine.h"
 #include "platform/program_starter.h"
+#include "platform/run_file.h"
 #include "screen/screen_host.h"
 
 namespace session {
@@ -17,6 +18,8 @@ struct Outside {
     platform::MachineNames names;
     /// Folder of the running program; "prgbin" or "prgsrc" in it marks the install root.
     QString programFolder;
+    /// Where the user's unfinished work is kept on this machine.
+    QString stateFolder;
     /// The command line behind the program's name.
     QString commandLineTail;
 };

@@ -5,6 +5,7 @@
 #include "bench/recording_connection.h"
 #include "diary/linked_documents.h"
 #include "lists/list_families.h"
+#include "session/run/modules.h"
 #include "session/schema.h"
 #include "tests/setup/setup_fixture.h"
 
@@ -15,12 +16,6 @@ using testing::Each;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-class NoLog : public session::StatementLog {
-  public:
-    void WriteOutputHistory(const QString&) override {}
-    void WriteErrorHistory(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
-};
 
 class NoHost : public screen::ScreenHost {
   public:
@@ -39,9 +34,7 @@ class IndexPlans : public testing::Test {
         ActAsIfAMillion();
         auto recording = std::make_unique<bench::RecordingConnection>(setup::OpenStores(tree_.tree).main);
         connection_ = recording.get();
-        session_.MainConnection = std::move(recording);
-        session_.DbKind = "A";
-        session_.SiteCode = session_.OperatingSiteCode = "000";
+        store_ = std::move(recording);
     }
 
     // By the start of an index: how many rows share its first column, and its first two.
@@ -74,28 +67,23 @@ class IndexPlans : public testing::Test {
     }
 
     setup::TemporaryTree tree_;
-    session::SessionContext session_;
+    std::unique_ptr<store::Connection> store_;
     bench::RecordingConnection* connection_ = nullptr;
 };
 
 TEST_F(IndexPlans, ALinkedDocumentAndItsReferencesAreLookedUp) {
-    NoLog log;
     NoHost host;
-    session::DataAccess data{session_, log};
     const platform::FixedClock clock{QDateTime(QDate(2026, 7, 31), QTime(10, 0))};
-    identity::StaffIdentity staff{session_, data, host};
-    identity::PinDialog pinDialog{session_, data, staff, host, clock};
-    identity::Permissions permissions{session_, data, staff, pinDialog, host};
-    identity::CompanyLoader company{session_, data};
-    numbers::NumberSeries series{session_, data, host, clock};
-    numbers::PhoneDirectory phones{session_, data, clock};
-    suite::ViewingLog viewingLog{session_, data, series, clock};
-    lists::PickState pick;
-    diary::DiaryContext diary{session_,   data,   host,   clock, permissions, company,
-                              viewingLog, phones, series, pick,  [] {}};
-    ASSERT_TRUE(company.LoadCompanyInformation());
-    for (std::size_t kind = 0; kind < diary::kDocumentKinds.size(); ++kind) {
-        const QString table = "T" + session::DocumentKinds()[qsizetype(kind)];
+    platform::ProcessStarter starter;
+    const session::Outside outside{host, clock, starter, {}, QString(), tree_.folder.path(), QString()};
+    session::Modules modules(outside, [] {});
+    modules.context.MainConnection = std::move(store_);
+    modules.context.DbKind = "A";
+    modules.context.SiteCode = modules.context.OperatingSiteCode = "000";
+    diary::DiaryContext& diary = modules.diary;
+    ASSERT_TRUE(modules.company.LoadCompanyInformation());
+    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
+        const QString table = "T" + session::DocumentKinds()[kind];
         const QString number = table.mid(1) + "No";
         const QStringList key =
             setup::First(tree_.tree, QString("SELECT 事業所コード, 番号基準日付, %1 FROM %2").arg(number, table))
