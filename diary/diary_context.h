@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 
+#include "attachments/attachment_store.h"
 #include "diary/activity_slot.h"
 #include "identity/company_loader.h"
 #include "identity/permissions.h"
@@ -11,6 +12,7 @@
 #include "numbers/number_series.h"
 #include "numbers/phone_directory.h"
 #include "platform/clock.h"
+#include "platform/document_opener.h"
 #include "screen/form.h"
 #include "screen/screen_host.h"
 #include "session/data_access.h"
@@ -32,6 +34,8 @@ struct ScreenState {
     int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
     /// Message of the last lookup.
     QString NoticeText;
+    /// Whose attachments the list holds.
+    QString ListedSlot;
     screen::Control* LastLeftControl = nullptr;
     /// Where the focus returns to after a command.
     screen::Control* FirstEntryControl = nullptr;
@@ -53,6 +57,8 @@ struct DiaryContext {
     numbers::PhoneDirectory& phones;
     numbers::NumberSeries& series;
     lists::PickState& pick;
+    attachments::AttachmentStore& attachments;
+    platform::DocumentOpener& opener;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 

@@ -24,6 +24,7 @@ class DiaryScreen {
     void WireCommands();
     void WireLists();
     void WireDocuments();
+    void WireAttachments();
     void OnLeaving(const char* name, void (*left)(DiaryContext&));
     void LeaveDateOrTime(screen::Control& item, QString& field, const QString& mask, void (*normalize)(DiaryContext&));
 

@@ -117,7 +117,7 @@ void CommandLoop::AnswerPending() {
         const QJsonObject state = shown ? FormState(*shown) : QJsonObject{{"caption", ""}, {"items", QJsonObject()}};
         for (auto field = state.begin(); field != state.end(); ++field)
             answer[field.key()] = field.value();
-        answer["opened"] = QJsonArray();
+        answer["opened"] = opener_ ? QJsonArray::fromStringList(opener_->Opened()) : QJsonArray();
         answer["started"] = QJsonArray();
     }
     WriteLine(answer);

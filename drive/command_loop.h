@@ -7,6 +7,7 @@
 
 #include "drive/hands.h"
 #include "platform/clock.h"
+#include "platform/document_opener.h"
 #include "screen/screen_host.h"
 
 namespace drive {
@@ -21,6 +22,9 @@ class CommandLoop {
 
     /// Who carries the commands out; must be set before the first wait.
     void SetHands(Hands& hands) { hands_ = &hands; }
+
+    /// Who keeps the documents that the client opens; must be set before the first wait.
+    void SetOpener(const platform::RecordingOpener& opener) { opener_ = &opener; }
 
     /// Takes commands until `done` says so. When the input ends, the process ends at once, as a killed one does.
     void RunUntil(const std::function<bool()>& done);
@@ -38,6 +42,7 @@ class CommandLoop {
     screen::ScreenHost& host_;
     platform::FixedClock* clock_;
     Hands* hands_ = nullptr;
+    const platform::RecordingOpener* opener_ = nullptr;
     bool pending_ = false;
     QString refusal_;
     QString stateOf_;

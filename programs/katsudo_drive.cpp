@@ -20,7 +20,8 @@ QString ProgramFolder(const QString& root) {
 
 /// Runs the client on a host whose waits take commands, and answers the command under which it ended.
 template <class Host>
-int Play(Host& host, session::Outside outside) {
+int Play(Host& host, const platform::RecordingOpener& opener, const session::Outside& outside) {
+    host.Commands().SetOpener(opener);
     session::Main(outside);
     host.Commands().TellEnded();
     return 0;
@@ -71,15 +72,16 @@ int main(int argc, char** argv) {
     if (parser.isSet("login")) names.login = parser.value("login");
     if (parser.isSet("computer")) names.computer = parser.value("computer");
 
+    platform::RecordingOpener opener;
     const auto outside = [&](screen::ScreenHost& host) {
         const platform::Clock& clock = fixedClock ? static_cast<const platform::Clock&>(*fixedClock)
                                                   : static_cast<const platform::Clock&>(systemClock);
-        return session::Outside{host, clock, names, ProgramFolder(parser.value("root")), parser.value("tail")};
+        return session::Outside{host, clock, opener, names, ProgramFolder(parser.value("root")), parser.value("tail")};
     };
     if (parser.isSet("window")) {
         drive::DrivenWindowHost host(fixedClock.get());
-        return Play(host, outside(host));
+        return Play(host, opener, outside(host));
     }
     drive::HeadlessHost host(fixedClock.get());
-    return Play(host, outside(host));
+    return Play(host, opener, outside(host));
 }

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "desktop/document_opener.h"
 #include "desktop/window_host.h"
 #include "session/run/main.h"
 
@@ -45,7 +46,9 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     desktop::WindowHost host;
     const platform::SystemClock clock;
-    session::Main({host, clock, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
-                   CommandLineTail(argc, argv)});
+    desktop::DesktopOpener opener;
+    const auto registry = platform::SystemRegistry();
+    session::Main({host, clock, opener, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
+                   CommandLineTail(argc, argv), registry.get()});
     return 0;
 }

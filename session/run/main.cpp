@@ -1,6 +1,7 @@
 #include "session/run/main.h"
 
 #include "diary/diary_screen.h"
+#include "hostsetup/office_trust.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
 #include "platform/instance_guard.h"
@@ -40,13 +41,22 @@ class Client {
     suite::LinkMessages links_{context_, data_, environment_, staff_, outside_.clock};
     SessionFrame frame_{context_, data_, environment_, history_, links_, staff_, outside_};
     lists::PickState pick_;
-    diary::DiaryContext diary_{context_,    data_,   outside_.host, outside_.clock, permissions_,     company_,
-                               viewingLog_, phones_, series_,       pick_,          [this] { End(); }};
+    attachments::AttachmentStore attachments_{context_, data_, outside_.clock};
+    diary::DiaryContext diary_{context_,     data_,           outside_.host,    outside_.clock, permissions_,
+                               company_,     viewingLog_,     phones_,          series_,        pick_,
+                               attachments_, outside_.opener, [this] { End(); }};
     diary::DiaryScreen screen_{diary_};
 };
 
 Client::Client(const Outside& outside)
-    : outside_(outside), instances_(outside.programFolder, outside.names.login, outside.names.computer) {}
+    : outside_(outside), instances_(outside.programFolder, outside.names.login, outside.names.computer) {
+    environment_.prepareOfficeTrust = [this] {
+        // Where there is no registry there is no suite that asks.
+        return !outside_.registry ||
+               hostsetup::PrepareOfficeTrust(*outside_.registry, context_.UserReportFolder,
+                                             [this](const QString& message) { outside_.host.Tell(message); });
+    };
+}
 
 void Client::End() {
     frame_.CloseSession();

@@ -3,7 +3,9 @@
 #include <QString>
 
 #include "platform/clock.h"
+#include "platform/document_opener.h"
 #include "platform/machine.h"
+#include "platform/registry.h"
 #include "screen/screen_host.h"
 
 namespace session {
@@ -12,11 +14,15 @@ namespace session {
 struct Outside {
     screen::ScreenHost& host;
     const platform::Clock& clock;
+    /// Opens documents and the manual.
+    platform::DocumentOpener& opener;
     platform::MachineNames names;
     /// Folder of the running program; "prgbin" or "prgsrc" in it marks the install root.
     QString programFolder;
     /// The command line behind the program's name.
     QString commandLineTail;
+    /// The machine's registry; null when it has none.
+    platform::Registry* registry = nullptr;
 };
 
 }  // namespace session
