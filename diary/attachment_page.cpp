@@ -77,6 +77,7 @@ bool Add(DiaryContext& diary, QString path) {
                                                   {QStringLiteral("伝票事業所コード"), diary.session.SiteCode}};
     for (const char* code : {"担当者コード", "部門コード", "セクションコード"})
         columns[QString::fromUtf8(code)] = diary.Item(code).Text();
+    diary.ShowNotice(QString());
     Outcome outcome;
     {
         CopyDialog dialog(diary.host, &diary.form);
