@@ -180,6 +180,8 @@ void RemoveSelected(DiaryContext& diary) {
     else
         diary.ShowNotice(Remove(diary, attachment));
     ShowAttachments(diary);
+    // The button goes out with the last paper; the focus must not rest on it.
+    if (!diary.Item("btn_付属書類削除").Enabled()) diary.form.SetFocus(List(diary));
 }
 
 void OpenSelected(DiaryContext& diary) {
