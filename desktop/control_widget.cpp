@@ -92,6 +92,7 @@ ControlWidget MakeBare(Control& control, QWidget* parent) {
         }
         case ControlKind::ListView: {
             auto* table = new ListTable(control, parent);
+            table->viewport()->setAcceptDrops(static_cast<bool>(control.onPathsGiven));
             return {&control, table, table, table->viewport()};
         }
         case ControlKind::SSTab:

@@ -1,14 +1,20 @@
 #include "desktop/gestures.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
 #include <QComboBox>
+#include <QDir>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QTabBar>
+#include <QTimer>
+#include <QUrl>
 
 #include "desktop/entry_widgets.h"
 #include "desktop/form_view.h"
@@ -20,6 +26,19 @@ namespace desktop {
 
 using screen::Control;
 using screen::ControlKind;
+
+namespace {
+
+/// The files and folders of this machine's file system among what is dragged or lies on the clipboard.
+QStringList PathsIn(const QMimeData* data) {
+    QStringList paths;
+    if (!data) return paths;
+    for (const QUrl& url : data->urls())
+        if (url.isLocalFile()) paths.append(QDir::toNativeSeparators(url.toLocalFile()));
+    return paths;
+}
+
+}  // namespace
 
 Gestures::Gestures(FormView& view) : view_(view) {}
 
@@ -94,6 +113,10 @@ bool Gestures::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Wheel:
             ctrlAlone_ = false;
             return control && WheelTurned(*control, widget, static_cast<QWheelEvent&>(*event));
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+            return PathsOffered(control, *event);
         case QEvent::FocusIn:
             return FocusCame(watched, control, static_cast<QFocusEvent&>(*event));
         case QEvent::InputMethod:
@@ -128,6 +151,7 @@ bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
         table->CopyRows();
         return true;
     }
+    if (PathsPasted(control, event)) return true;
     // Who types ahead of a search picks what the search brought: it is shown before the key is heard.
     if (table && table->Unpainted()) table->PaintNow();
     const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
@@ -254,6 +278,31 @@ bool Gestures::WheelTurned(Control& control, const ControlWidget& widget, QWheel
     }
     if (TakesInput() && event.angleDelta().y() != 0)
         screen::UserKey(*view_.Model(), event.angleDelta().y() > 0 ? screen::Key::Up : screen::Key::Down);
+    return true;
+}
+
+bool Gestures::PathsOffered(Control* control, QEvent& event) {
+    if (!control || !control->onPathsGiven) return false;
+    auto& offer = static_cast<QDropEvent&>(event);
+    const QStringList paths = PathsIn(offer.mimeData());
+    if (paths.isEmpty() || !TakesInput() || !control->EffectivelyEnabled()) {
+        offer.ignore();
+        return true;
+    }
+    // Whatever the other program would like: its files stay where they are.
+    offer.setDropAction(Qt::CopyAction);
+    offer.accept();
+    if (event.type() != QEvent::Drop) return true;
+    // The other program waits until the drop is over, and a copy may take long.
+    QTimer::singleShot(0, this, [this, control, paths] {
+        if (TakesInput()) screen::UserGivePaths(*control, paths);
+    });
+    return true;
+}
+
+bool Gestures::PathsPasted(Control* control, const QKeyEvent& event) {
+    if (!control || !control->onPathsGiven || !event.matches(QKeySequence::Paste)) return false;
+    screen::UserGivePaths(*control, PathsIn(QGuiApplication::clipboard()->mimeData()));
     return true;
 }
 

@@ -38,6 +38,9 @@ class Gestures : public QObject {
     bool FocusCame(QObject* watched, screen::Control* control, const QFocusEvent& event);
     bool WheelTurned(screen::Control& control, const ControlWidget& widget, QWheelEvent& event);
 
+    bool PathsOffered(screen::Control* control, QEvent& event);
+    bool PathsPasted(screen::Control* control, const QKeyEvent& event);
+
     void Typed(screen::Control& control, const QString& text);
     void Chosen(screen::Control& control, int entry);
     void Selected(screen::Control& control, bool whole);

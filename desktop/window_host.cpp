@@ -1,6 +1,7 @@
 #include "desktop/window_host.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -55,11 +56,23 @@ QStringList NameFilters(const QStringList& filters) {
         const QStringList parts = filter.split(u'|');
         for (qsizetype place = 0; place < parts.size(); place += 2) {
             const QString pattern = parts.value(place + 1, QStringLiteral("*")).replace(u';', u' ');
-            names.append(parts[place].contains(u'(') ? parts[place]
-                                                     : QStringLiteral("%1 (%2)").arg(parts[place], pattern));
+            const QString name =
+                parts[place].contains(u'(') ? parts[place] : QStringLiteral("%1 (%2)").arg(parts[place], pattern);
+            // Here a name need have no point in it.
+            names.append(QString(name).replace(QStringLiteral("(*.*)"), QStringLiteral("(*)")));
         }
     }
     return names;
+}
+
+/// The toolkit's own dialog speaks its own language otherwise.
+void SetWords(QFileDialog& dialog, screen::PathDialog::Kind kind) {
+    const bool file = kind == screen::PathDialog::Kind::File;
+    dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("場所:"));
+    dialog.setLabelText(QFileDialog::FileName, file ? QStringLiteral("ファイル名:") : QStringLiteral("フォルダ名:"));
+    dialog.setLabelText(QFileDialog::FileType, QStringLiteral("種類:"));
+    dialog.setLabelText(QFileDialog::Accept, file ? QStringLiteral("開く") : QStringLiteral("選択"));
+    dialog.setLabelText(QFileDialog::Reject, QStringLiteral("キャンセル"));
 }
 
 }  // namespace
@@ -236,10 +249,12 @@ void WindowHost::DialogShown() {
         dialog_->setFileMode(QFileDialog::ExistingFile);
         if (!asked.filters.isEmpty()) dialog_->setNameFilters(NameFilters(asked.filters));
     }
+    SetWords(*dialog_, asked.kind);
     QFileDialog* dialog = dialog_;
     QObject::connect(dialog, &QFileDialog::finished, dialog, [this, dialog](int result) {
         const QStringList files = dialog->selectedFiles();
-        AnswerPath(result == QDialog::Accepted && !files.isEmpty() ? std::optional(files.front()) : std::nullopt);
+        const bool chosen = result == QDialog::Accepted && !files.isEmpty();
+        AnswerPath(chosen ? std::optional(QDir::toNativeSeparators(files.front())) : std::nullopt);
     });
     dialog_->setWindowModality(Qt::ApplicationModal);
     dialog_->show();

@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 
+#include "attachments/attachment_store.h"
 #include "diary/activity_slot.h"
 #include "identity/company_loader.h"
 #include "identity/permissions.h"
@@ -13,6 +14,7 @@
 #include "platform/clock.h"
 #include "platform/program_starter.h"
 #include "platform/run_file.h"
+#include "platform/document_opener.h"
 #include "screen/form.h"
 #include "screen/screen_host.h"
 #include "session/data_access.h"
@@ -35,6 +37,8 @@ struct ScreenState {
     int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
     /// Message of the last lookup.
     QString NoticeText;
+    /// Whose attachments the list holds.
+    QString ListedSlot;
     screen::Control* LastLeftControl = nullptr;
     /// Where the focus returns to after a command.
     screen::Control* FirstEntryControl = nullptr;
@@ -64,6 +68,8 @@ struct DiaryContext {
     platform::ProgramStarter& starter;
     platform::RunFile& typedFile;
     session::StatementLog& log;
+    attachments::AttachmentStore& attachments;
+    platform::DocumentOpener& opener;
     /// Ends the session and the process, the one way out.
     std::function<void()> closeSession;
 

@@ -1,5 +1,6 @@
 #include "diary/diary_screen.h"
 
+#include "diary/attachment_page.h"
 #include "diary/classification.h"
 #include "diary/commands.h"
 #include "diary/counterparty.h"
@@ -14,6 +15,7 @@
 #include "diary/staff_resolution.h"
 #include "diary/text_items.h"
 #include "diary/typed_content.h"
+#include "hostsetup/documents.h"
 #include "items/text_rules.h"
 
 namespace diary {
@@ -31,6 +33,7 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireLists();
     WireDocuments();
     WireSiblings();
+    WireAttachments();
     diary_.form.onLoad = [this] { Load(); };
     diary_.form.onUserActed = [this] { KeepTyped(diary_); };
     diary_.form.onQueryClose = [this] {
@@ -269,11 +272,26 @@ void DiaryScreen::WireSiblings() {
     panel("bak_相手先御担当者", LaunchContactCard);
 }
 
+void DiaryScreen::WireAttachments() {
+    Item("btn_付属書類追加").onClick = Awake([this] { AddFile(diary_); });
+    Item("btn_フォルダ").onClick = Awake([this] { AddFolder(diary_); });
+    Item("btn_付属書類削除").onClick = Awake([this] { RemoveSelected(diary_); });
+    Control& list = Item("List付属書類");
+    list.onDoubleClick = Awake([this] { OpenSelected(diary_); });
+    list.onPathsGiven = [this](const QStringList& paths) {
+        if (!diary_.HandlersAsleep()) AddGiven(diary_, paths);
+    };
+}
+
 void DiaryScreen::WireCommands() {
     Item("btn_登録").onClick = Awake([this] { RegisterSlot(diary_); });
     Item("btn_削除").onClick = Awake([this] { DeleteSlot(diary_); });
     Item("btn_移動").onClick = Awake([this] { OpenMoveScreen(diary_); });
     Item("btn_終了").onClick = Awake([this] { QuitScreen(diary_); });
+    Item("manualpanel").onClick = Awake([this] {
+        const bool opened = hostsetup::OpenManual(diary_.opener, diary_.session);
+        diary_.ShowNotice(opened ? QString() : QStringLiteral("マニュアルを開けませんでした。"));
+    });
     Item("prg_ttl").onClick = Awake([this] { FocusControl(diary_, *diary_.state.LastLeftControl); });
 }
 

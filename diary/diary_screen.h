@@ -25,6 +25,7 @@ class DiaryScreen {
     void WireLists();
     void WireDocuments();
     void WireSiblings();
+    void WireAttachments();
     void OnLeaving(const char* name, void (*left)(DiaryContext&));
     void LeaveDateOrTime(screen::Control& item, QString& field, const QString& mask, void (*normalize)(DiaryContext&));
 

@@ -1,5 +1,6 @@
 #include "diary/painting.h"
 
+#include "diary/attachment_page.h"
 #include "diary/date_time_entry.h"
 #include "diary/screen_items.h"
 
@@ -87,9 +88,7 @@ void SetPartyTabStops(DiaryContext& diary) {
         diary.Item(item).SetTabStop(typed);
 }
 
-}  // namespace
-
-void PaintScreen(DiaryContext& diary) {
+void PaintItems(DiaryContext& diary) {
     const FillingScope filling(diary.state);
     Write(diary, KeyTexts(diary));
     if (!diary.state.SlotGroupsPrepared) {
@@ -102,6 +101,13 @@ void PaintScreen(DiaryContext& diary) {
     SetPartyTabStops(diary);
 }
 
+}  // namespace
+
+void PaintScreen(DiaryContext& diary) {
+    PaintItems(diary);
+    FollowSlot(diary);
+}
+
 std::optional<QString> PaintedText(const DiaryContext& diary, const QString& item) {
     for (const auto& texts : {KeyTexts(diary), ContentTexts(diary)})
         for (const auto& [name, text] : texts)
@@ -110,12 +116,8 @@ std::optional<QString> PaintedText(const DiaryContext& diary, const QString& ite
 }
 
 void RefreshScreen(DiaryContext& diary) {
-    PaintScreen(diary);
-    // Attachments belong to a stored slot only.
-    const bool stored = !diary.session.NewSlotMode;
-    diary.Item("btn_付属書類追加").SetEnabled(stored);
-    diary.Item("btn_フォルダ").SetEnabled(stored);
-    diary.Item("btn_付属書類削除").SetEnabled(false);
+    PaintItems(diary);
+    ShowAttachments(diary);
 }
 
 void ClearSlot(DiaryContext& diary) {

@@ -138,7 +138,7 @@ void CommandLoop::AnswerPending() {
         const QJsonObject state = shown ? FormState(*shown) : QJsonObject{{"caption", ""}, {"items", QJsonObject()}};
         for (auto field = state.begin(); field != state.end(); ++field)
             answer[field.key()] = field.value();
-        answer["opened"] = QJsonArray();
+        answer["opened"] = QJsonArray::fromStringList(outside_.opener.Opened());
         answer["started"] = QJsonArray::fromStringList(outside_.started);
     }
     WriteLine(answer);

@@ -3,13 +3,15 @@
 #include <QStringList>
 
 #include "platform/clock.h"
+#include "platform/document_opener.h"
 #include "platform/program_starter.h"
 
 namespace drive {
 
 /// What the client did to the world around it, for the answers.
 struct OutsideRecord {
-    QStringList started;  ///< command lines of the programs that were started
+    QStringList started;               ///< command lines of the programs that were started
+    platform::RecordingOpener opener;  ///< keeps the paths handed to default programs
 };
 
 /// Starts programs as ever and notes their command lines. While the clock is fixed they are told its time in

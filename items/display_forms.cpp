@@ -79,4 +79,9 @@ QString AmountColumnText(const QString& amount) {
     return text.rightJustified(kAmountWidth, u' ');
 }
 
+QString FileSizeText(qint64 bytes) {
+    constexpr qint64 kKilobyte = 1024;
+    return Grouped(QString::number((bytes + kKilobyte / 2) / kKilobyte)) + QStringLiteral("KB");
+}
+
 }  // namespace items

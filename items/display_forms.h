@@ -26,4 +26,7 @@ QString PostcodeEntryText(const QString& text);
 /// An amount right-aligned in 13 characters by blanks in front: "    1,234,567". A wider amount gets none.
 QString AmountColumnText(const QString& amount);
 
+/// A number of bytes in kilobytes, rounded to the nearest, in groups of three: "1,234KB".
+QString FileSizeText(qint64 bytes);
+
 }  // namespace items

@@ -10,6 +10,10 @@ namespace move {
 
 namespace {
 
+QString IdentityOf(const SlotKey& key) {
+    return attachments::SlotIdentity(key.日付, key.開始時刻, key.終了時刻, key.担当者コード);
+}
+
 constexpr int kAnyDateLevel = 6;
 
 bool DatesWithinWindow(const MoveContext& move) {
@@ -53,14 +57,14 @@ bool Write(MoveContext& move, const QString& sql) {
 
 void MoveSlot(MoveContext& move) {
     const QString sql = MoveStatement(move.diary.session, move.source, move.target, Stamp(move));
-    if (Write(move, sql)) move.rekeyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+    if (Write(move, sql)) move.rekeyAttachments(IdentityOf(move.source), IdentityOf(move.target.Key()));
 }
 
 void AddSlot(MoveContext& move) {
     std::unique_ptr<store::Recordset> row;
     if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return;
     const QString sql = AddStatement(move.diary.session, *row, move.target, Stamp(move));
-    if (Write(move, sql)) move.copyAttachments(AttachmentIdentity(move.source), AttachmentIdentity(move.target.Key()));
+    if (Write(move, sql)) move.copyAttachments(IdentityOf(move.source), IdentityOf(move.target.Key()));
 }
 
 void StoreTargetKey(MoveContext& move) {

@@ -8,7 +8,7 @@
 
 namespace move {
 
-/// Takes what hangs on the slot of one attachment identity (see AttachmentIdentity) over to that of another.
+/// Takes what hangs on the slot of one attachment identity (see attachments::SlotIdentity) over to that of another.
 using CarryAttachments = std::function<void(const QString& from, const QString& to)>;
 
 /// What the routines of the move screen share. One for the process, made where the client is put together.

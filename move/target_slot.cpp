@@ -37,10 +37,6 @@ void PutTimes(TargetSlot& target, int start, int end) {
 
 }  // namespace
 
-QString AttachmentIdentity(const SlotKey& key) {
-    return QString(key.日付 + key.開始時刻 + key.終了時刻 + key.担当者コード).remove(u':');
-}
-
 SlotKey TargetSlot::Key() const {
     return {移動担当者コード, 移動日付年 + 移動日付月 + 移動日付日, 移動開始時刻時 + ":" + 移動開始時刻分,
             移動終了時刻時 + ":" + 移動終了時刻分};

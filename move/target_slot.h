@@ -13,9 +13,6 @@ struct SlotKey {
     QString 担当者コード, 日付, 開始時刻, 終了時刻;
 };
 
-/// What the attachments of a slot are kept under: its date, start, end and staff code, digits only.
-QString AttachmentIdentity(const SlotKey& key);
-
 /// The target's items by their names. Date parts are "0000", "00", "00", hours and minutes "00"; an item that the user
 /// emptied is empty.
 struct TargetSlot {

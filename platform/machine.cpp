@@ -1,5 +1,6 @@
 #include "platform/machine.h"
 
+#include <QDir>
 #include <QSysInfo>
 
 #ifdef Q_OS_UNIX
@@ -19,6 +20,11 @@ MachineNames ReadMachineNames() {
     names.login.truncate(255);
     names.computer = QSysInfo::machineHostName().left(255);
     return names;
+}
+
+QString UserProfileFolder() {
+    const QString folder = qEnvironmentVariable("USERPROFILE");
+    return QDir::toNativeSeparators(folder.isEmpty() ? QDir::homePath() : folder);
 }
 
 }  // namespace platform

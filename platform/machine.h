@@ -14,4 +14,7 @@ struct MachineNames {
 /// Asks the operating system; what it doesn't tell stays empty.
 MachineNames ReadMachineNames();
 
+/// The user's own folder, in the platform's form.
+QString UserProfileFolder();
+
 }  // namespace platform

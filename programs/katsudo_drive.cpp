@@ -20,7 +20,7 @@ QString ProgramFolder(const QString& root) {
 
 /// Runs the client on a host whose waits take commands, and answers the command under which it ended.
 template <class Host>
-int Play(Host& host, session::Outside outside) {
+int Play(Host& host, const session::Outside& outside) {
     session::Main(outside);
     host.Commands().TellEnded();
     return 0;
@@ -79,6 +79,7 @@ int main(int argc, char** argv) {
         return session::Outside{host,
                                 clock,
                                 starter,
+                                record.opener,
                                 names,
                                 ProgramFolder(parser.value("root")),
                                 platform::UserStateFolder(),

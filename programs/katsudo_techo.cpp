@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "desktop/document_opener.h"
 #include "desktop/window_host.h"
 #include "session/run/main.h"
 
@@ -46,7 +47,9 @@ int main(int argc, char** argv) {
     desktop::WindowHost host;
     const platform::SystemClock clock;
     platform::ProcessStarter starter;
-    session::Main({host, clock, starter, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
-                   platform::UserStateFolder(), CommandLineTail(argc, argv)});
+    desktop::DesktopOpener opener;
+    const auto registry = platform::SystemRegistry();
+    session::Main({host, clock, starter, opener, platform::ReadMachineNames(), QCoreApplication::applicationDirPath(),
+                   platform::UserStateFolder(), CommandLineTail(argc, argv), registry.get()});
     return 0;
 }

@@ -137,6 +137,8 @@ class Control {
     std::function<void()> onDoubleClick;
     std::function<void(Key)> onKeyDown;
     std::function<void(int column)> onHeaderClick;
+    /// Files or folders were dropped or pasted onto the control; without a handler it takes none.
+    std::function<void(const QStringList& paths)> onPathsGiven;
 
   private:
     void Changed();

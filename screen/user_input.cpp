@@ -191,4 +191,9 @@ void UserClickHeader(Control& control, int column) {
     if (control.onHeaderClick) control.onHeaderClick(column);
 }
 
+void UserGivePaths(Control& control, const QStringList& paths) {
+    if (paths.isEmpty() || !FocusByMouse(control)) return;
+    if (control.onPathsGiven) control.onPathsGiven(paths);
+}
+
 }  // namespace screen

@@ -36,4 +36,7 @@ void UserSetValue(Control& control, int value);
 void UserSelectRow(Control& control, int row);
 void UserClickHeader(Control& control, int column);
 
+/// Drops or pastes files or folders onto a control that takes them.
+void UserGivePaths(Control& control, const QStringList& paths);
+
 }  // namespace screen

@@ -8,76 +8,8 @@ driver=$1 root=$2 screenshot=$3
 staff=00001
 database=$root/data/gnrdb.accdb
 
-work=$(mktemp -d)
-children=()
-clean_up() {
-    local child
-    for child in "${children[@]}"; do
-        kill "$child" 2>/dev/null || true
-    done
-    wait
-    rm -rf "$work"
-}
-trap clean_up EXIT
-trap 'exit 130' INT TERM
-
-fail() {
-    echo "The registration was not played: $1" >&2
-    sed 's/^/  driver: /' "$work/driver.log" >&2 2>/dev/null || true
-    exit 1
-}
-
-start_display() {
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" >"$work/xvfb.log" 2>&1 &
-    children+=($!)
-    local tries
-    for ((tries = 0; tries < 200; tries++)); do
-        if [[ -s $work/display ]]; then
-            DISPLAY=:$(<"$work/display")
-            export DISPLAY QT_QPA_PLATFORM=xcb
-            return
-        fi
-        kill -0 "${children[0]}" 2>/dev/null || break
-        sleep 0.1
-    done
-    cat "$work/xvfb.log" >&2
-    fail "no virtual display"
-}
-
-start_driver() {
-    mkfifo "$work/commands" "$work/answers"
-    "$driver" --root "$root" --window <"$work/commands" >"$work/answers" 2>"$work/driver.log" &
-    children+=($!)
-    exec 5>"$work/commands" 6<"$work/answers"
-    trap '' PIPE # a driver that died is told by the answer that is missing
-}
-
-# Gives the driver one command; the answer is left in $answer. Ends the script when the client refuses it.
-play() {
-    answer=
-    printf '%s\n' "$1" >&5 2>/dev/null || fail "the driver has ended before $1"
-    IFS= read -r -t 120 answer <&6 || fail "no answer to $1"
-    [[ $answer == *'"ok":true'* && $answer != *'"ended":true'* ]] || fail "$1 was answered by $answer"
-}
-
-# The same, and the window named must then be in front, with no message box over it.
-play_to() {
-    play "$2"
-    [[ $answer == *"\"window\":\"$1\""* && $answer == *'"message":null'* ]] || fail "$2 led to $answer, not to $1"
-}
-
-enter() {
-    play "{\"do\":\"focus\",\"item\":\"$1\"}"
-    play "{\"do\":\"type\",\"text\":\"$2\"}"
-}
-
-click() {
-    play "{\"do\":\"click\",\"item\":\"$1\",\"index\":${2:-0}}"
-}
-
-query() {
-    sqlite3 -readonly -cmd '.timeout 5000' "$@"
-}
+# shellcheck source=scripts/driver.sh
+source "$(dirname "${BASH_SOURCE[0]}")/driver.sh"
 
 # Finds a minute of today at which nothing of this staff member begins: $hour, $minute, and the end $end_hour.
 choose_time() {
@@ -112,7 +44,7 @@ fill_screen() {
 
 start_display
 choose_time
-start_driver
+start_driver "$driver" --root "$root"
 play_to frm活動手帳 '{"do":"state"}'
 fill_screen
 play_to frm活動手帳 '{"do":"state"}' # all is drawn when this is answered

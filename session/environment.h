@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "platform/machine.h"
 #include "screen/screen_host.h"
@@ -24,6 +25,10 @@ class Environment {
     /// Closes and opens the configuration store anew, so that rows of other processes are seen; `patience` is how long
     /// its statements wait for another process's lock, in milliseconds. The result is ConfigConnectionOpen.
     bool DB_CLOSEOPEN(int patience = store::kPatience);
+
+    /// Makes the host office suite trust the user's report folder, where there is one; runs when reports were copied
+    /// there. An empty one does nothing.
+    std::function<bool()> prepareOfficeTrust;
 
     /// Makes each missing folder along a path; a fault shows a message and the walk goes on. Returns the path.
     QString EnsureFolderPath(const QString& path);

@@ -61,6 +61,7 @@ void Environment::CopyReportFiles() {
     for (const QString& file : files)
         CopyForUser(context_.ReportFolder + QDir::separator() + file,
                     context_.UserReportFolder + QDir::separator() + file);
+    if (prepareOfficeTrust) prepareOfficeTrust();
 }
 
 }  // namespace session

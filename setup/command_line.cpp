@@ -151,6 +151,8 @@ int Create(Arguments& arguments, const Tree& tree, const QString& programFolder)
     order.tree = tree;
     order.force = arguments.Has("--force");
     order.clientFile = programFolder + "/katsudo-techo";
+    // It lies in the program itself.
+    order.manualSource = ":/manual";
     if (arguments.Has("--empty") == arguments.Has("--demo")) return UsageError("create takes --empty or --demo.");
     const DemoSizes sizes = TakeSizes(arguments);
     if (!arguments.error.isEmpty()) return UsageError(arguments.error);

@@ -4,6 +4,7 @@
 
 #include "identity/stored_pin.h"
 #include "setup/empty_rows.h"
+#include "setup/manual.h"
 
 namespace setup {
 namespace {
@@ -52,6 +53,8 @@ QString CreateTree(const CreateOrder& order) {
     if (tree.Exists() && !order.force)
         return tree.root + " already holds an installation; --force replaces its databases.";
     QString problem = MakeFolders(tree, order.clientFile);
+    if (problem.isEmpty() && QFile::exists(order.manualSource + "/manual.md"))
+        problem = WriteManual(order.manualSource, tree.Folder("manual"));
     if (problem.isEmpty()) problem = MakePinKeyOf(tree);
     if (problem.isEmpty()) problem = FillConfigStore(tree);
     if (problem.isEmpty()) problem = FillMainStore(order);

@@ -13,6 +13,7 @@ struct CreateOrder {
     bool force = false;             ///< replace the stores of a tree that is there already
     std::optional<DemoSizes> demo;  ///< nothing for an empty tree
     QString clientFile;             ///< the client to copy into the tree; may be missing
+    QString manualSource;           ///< folder with the manual's text and pictures; may be missing
     Progress progress = [](const QString&, qint64, qint64) {};
 };
 

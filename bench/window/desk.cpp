@@ -21,8 +21,9 @@ struct Desk::Furniture {
     desktop::WindowHost host{QString()};
     platform::FixedClock clock;
     platform::ProcessStarter starter;
+    platform::RecordingOpener opener;
     QTemporaryDir state;
-    session::Outside outside{host, clock, starter, {}, QString(), state.path(), QString()};
+    session::Outside outside{host, clock, starter, opener, {}, QString(), state.path(), QString()};
     session::Modules modules{outside, [] {}};
     RecordingConnection* connection = nullptr;
     QString problem;

@@ -1,5 +1,8 @@
 #include "session/run/modules.h"
 
+#include "diary/attachment_page.h"
+#include "hostsetup/office_trust.h"
+
 namespace session {
 
 Modules::Modules(const Outside& world, std::function<void()> end)
@@ -8,8 +11,17 @@ Modules::Modules(const Outside& world, std::function<void()> end)
       typedFile(
           world.stateFolder + "/" + platform::PlaceName(world.programFolder, world.names.login, world.names.computer),
           instances),
-      diary{context, data, world.host, world.clock,   permissions, company, viewingLog,    phones,
-            series,  pick, siblings,   world.starter, typedFile,   history, std::move(end)} {
+      diary{context,    data,    world.host,  world.clock,  permissions,   company,
+            viewingLog, phones,  series,      pick,         siblings,      world.starter,
+            typedFile,  history, attachments, world.opener, std::move(end)} {
+    environment.prepareOfficeTrust = [this] {
+        // Where there is no registry there is no suite that asks.
+        return !outside.registry ||
+               hostsetup::PrepareOfficeTrust(*outside.registry, context.UserReportFolder,
+                                             [this](const QString& message) { outside.host.Tell(message); });
+    };
+    move.rekeyAttachments = [this](const QString& from, const QString& to) { diary::MoveAttachments(diary, from, to); };
+    move.copyAttachments = [this](const QString& from, const QString& to) { diary::CopyAttachments(diary, from, to); };
     diary.showMoveScreen = [this] { moveScreen.Show(); };
 }
 

@@ -31,6 +31,7 @@ struct Modules {
     suite::SiblingCalls siblings{context, data, environment, staff, outside.host, outside.clock};
     SessionFrame frame{context, data, environment, history, links, staff, outside};
     lists::PickState pick;
+    attachments::AttachmentStore attachments{context, data, outside.clock};
     diary::DiaryContext diary;
     diary::DiaryScreen screen{diary};
     move::MoveContext move{diary};

@@ -3,8 +3,10 @@
 #include <QString>
 
 #include "platform/clock.h"
+#include "platform/document_opener.h"
 #include "platform/machine.h"
 #include "platform/program_starter.h"
+#include "platform/registry.h"
 #include "platform/run_file.h"
 #include "screen/screen_host.h"
 
@@ -15,6 +17,8 @@ struct Outside {
     screen::ScreenHost& host;
     const platform::Clock& clock;
     platform::ProgramStarter& starter;
+    /// Opens documents and the manual.
+    platform::DocumentOpener& opener;
     platform::MachineNames names;
     /// Folder of the running program; "prgbin" or "prgsrc" in it marks the install root.
     QString programFolder;
@@ -22,6 +26,8 @@ struct Outside {
     QString stateFolder;
     /// The command line behind the program's name.
     QString commandLineTail;
+    /// The machine's registry; null when it has none.
+    platform::Registry* registry = nullptr;
 };
 
 }  // namespace session

@@ -225,7 +225,8 @@ TEST_F(Window, AMessageIsAnsweredByItsRealButtons) {
 }
 
 TEST_F(Window, APathComesFromTheDialogOrNotAtAll) {
-    screen::PathDialog asked{screen::PathDialog::Kind::File, "追加", QDir::tempPath(), {"文書|*.doc;*.docx"}};
+    screen::PathDialog asked{
+        screen::PathDialog::Kind::File, "追加", QDir::tempPath(), {"全て (*.*)|*.*", "文書|*.doc;*.docx"}};
     QStringList filters;
     drive::WindowHands hands(host);
     QTimer::singleShot(0, &View(), [&] {
@@ -233,7 +234,8 @@ TEST_F(Window, APathComesFromTheDialogOrNotAtAll) {
         hands.AnswerPath(std::nullopt);
     });
     EXPECT_EQ(host.AskPath(asked), std::nullopt);
-    EXPECT_EQ(filters, QStringList("文書 (*.doc *.docx)"));
+    // A name without a point is a name too.
+    EXPECT_EQ(filters, (QStringList{"全て (*)", "文書 (*.doc *.docx)"}));
     QTimer::singleShot(0, &View(), [&] { hands.AnswerPath(QStringLiteral("./見積.doc")); });
     EXPECT_EQ(host.AskPath(asked), QString("./見積.doc"));
     EXPECT_EQ(host.DialogInFront(), nullptr);

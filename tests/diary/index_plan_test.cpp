@@ -75,7 +75,8 @@ TEST_F(IndexPlans, ALinkedDocumentAndItsReferencesAreLookedUp) {
     NoHost host;
     const platform::FixedClock clock{QDateTime(QDate(2026, 7, 31), QTime(10, 0))};
     platform::ProcessStarter starter;
-    const session::Outside outside{host, clock, starter, {}, QString(), tree_.folder.path(), QString()};
+    platform::RecordingOpener opener;
+    const session::Outside outside{host, clock, starter, opener, {}, QString(), tree_.folder.path(), QString()};
     session::Modules modules(outside, [] {});
     modules.context.MainConnection = std::move(store_);
     modules.context.DbKind = "A";

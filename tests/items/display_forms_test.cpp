@@ -69,5 +69,13 @@ TEST(DisplayForms, AmountsStandRightAlignedInThirteen) {
     }
 }
 
+TEST(FileSizeText, RoundsToKilobytesInGroups) {
+    const std::pair<qint64, const char*> cases[] = {
+        {0, "0KB"},    {511, "0KB"},  {512, "1KB"},         {1023, "1KB"},
+        {1535, "1KB"}, {1536, "2KB"}, {1023999, "1,000KB"}, {5'000'000'000, "4,882,813KB"}};
+    for (const auto& [bytes, text] : cases)
+        EXPECT_EQ(FileSizeText(bytes), text) << bytes;
+}
+
 }  // namespace
 }  // namespace items

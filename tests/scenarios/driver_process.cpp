@@ -27,7 +27,7 @@ bool DriverProcess::Start(const QStringList& arguments) {
 }
 
 QJsonObject DriverProcess::Play(const QJsonObject& command, const QString& root) {
-    process_.write(QJsonDocument(command).toJson(QJsonDocument::Compact) + '\n');
+    process_.write(QJsonDocument(command).toJson(QJsonDocument::Compact).replace("ROOT", root.toUtf8()) + '\n');
     while (!process_.canReadLine())
         if (!process_.waitForReadyRead(kAnswerMilliseconds)) return {};
     return QJsonDocument::fromJson(process_.readLine().replace(root.toUtf8(), "ROOT")).object();

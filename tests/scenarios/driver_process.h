@@ -15,8 +15,8 @@ class DriverProcess {
     /// Starts the driver that lies beside the test program. False when it doesn't come up.
     bool Start(const QStringList& arguments);
 
-    /// Sends a command and waits for its answer; an empty object when none comes. A message may name files: the tree's
-    /// root stands as ROOT in the answer, so that the answers of two trees can be compared.
+    /// Sends a command and waits for its answer; an empty object when none comes. Both may name files: the tree's
+    /// root stands as ROOT in the command and in the answer, so that the answers of two trees can be compared.
     QJsonObject Play(const QJsonObject& command, const QString& root = "/nowhere");
 
     /// Ends the input, as a killed program sees it, and waits for the end.

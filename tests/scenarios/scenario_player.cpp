@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <future>
 
@@ -139,6 +141,7 @@ void ScenarioPlayer::WriteFile(const QString& path, const QJsonValue& text) cons
         EXPECT_TRUE(file.remove());
         return;
     }
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << qPrintable(file.fileName());
     file.write(text.toString().toUtf8());
 }
@@ -146,6 +149,14 @@ void ScenarioPlayer::WriteFile(const QString& path, const QJsonValue& text) cons
 void ScenarioPlayer::CheckAbsent(const QJsonArray& paths) const {
     for (const QJsonValue& path : paths)
         EXPECT_FALSE(QFile::exists(root_ + "/" + path.toString())) << path.toString().toStdString();
+}
+
+void ScenarioPlayer::CheckPresent(const QJsonObject& files) const {
+    for (auto wanted = files.begin(); wanted != files.end(); ++wanted) {
+        QFile file(root_ + "/" + wanted.key());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+        EXPECT_EQ(file.readAll().toStdString(), wanted.value().toString().toStdString()) << qPrintable(wanted.key());
+    }
 }
 
 void ScenarioPlayer::CheckStored(const QJsonObject& line) const {
@@ -169,6 +180,8 @@ void ScenarioPlayer::PlayLine(const QJsonObject& line) {
         WriteFile(line["file"].toString(), line["text"]);
     } else if (line.contains("absent")) {
         CheckAbsent(line["absent"].toArray());
+    } else if (line.contains("present")) {
+        CheckPresent(line["present"].toObject());
     } else if (line.contains("execute")) {
         EXPECT_EQ(Execute(root_, line["store"].toString(), line["execute"].toString()), QString());
     } else if (line.contains("select")) {

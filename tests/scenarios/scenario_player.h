@@ -18,6 +18,7 @@ namespace scenario {
 ///   {"setup":["pin",…]}                        runs katsudo-setup on the tree; it must do its work
 ///   {"file":PATH,"text":…}                     writes a file of the tree, or takes it away with "text":null
 ///   {"absent":[PATH,…]}                        files that must not be there
+///   {"present":{PATH:TEXT,…}}                  files that must be there, with that content
 ///   {"start":{"now":…,"login":…,"tail":…}}     starts the client; the one before must have ended
 ///   {"do":…}                                   a command of the driver
 ///   {"enter":[[ITEM,VALUE],…]}                 gestures in a row: a text is typed into the item, a number set in it,
@@ -49,6 +50,7 @@ class ScenarioPlayer {
     void RunSetup(const QJsonArray& words) const;
     void WriteFile(const QString& path, const QJsonValue& text) const;
     void CheckAbsent(const QJsonArray& paths) const;
+    void CheckPresent(const QJsonObject& files) const;
     void CheckStored(const QJsonObject& line) const;
     /// Fails the test when the last command was refused and `line` doesn't expect it.
     void CheckCarriedOut(const QJsonObject& line);

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QString>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/file_copy.h"
+#include "session/data_access.h"
+
+namespace attachments {
+
+/// Owner record of a slot's attachments: date "yyyymmdd", start and end "hh:nn" and staff code, joined without the
+/// colons: digits only, 21 of them for a complete key.
+QString SlotIdentity(const QString& date, const QString& start, const QString& end, const QString& staff);
+
+/// A row of `M付属書類`, as far as it is needed to find its copy.
+struct Attachment {
+    QString information, identity;  ///< owner program and owner record
+    QString sequence;               ///< "001" upward
+    QString documentName;           ///< the path that it was taken from
+    QString title;
+};
+
+/// How an attachment stands in a list.
+struct RowInfo {
+    QString size;  ///< "1,234KB", or "フォルダ"; empty when its copy is gone
+    QString date;  ///< "yyyy/mm/dd"
+    QString name;
+};
+
+/// What became of an operation.
+struct Outcome {
+    bool stored = true;  ///< the rows are as they were to be
+    platform::CopyOutcome files{};
+};
+
+/// The words for a user when an operation left something undone; empty when it left nothing.
+QString OutcomeNotice(const Outcome& outcome);
+
+/// Documents attached to the records of the suite's programs: the rows of `M付属書類`, and a copy of each document in
+/// the company's document folder under a name joined from owner, number and the document's own name.
+class AttachmentStore {
+  public:
+    AttachmentStore(const session::SessionContext& context, session::DataAccess& data, const platform::Clock& clock)
+        : context_(context), data_(data), clock_(clock) {}
+
+    bool AttachmentExists(const QString& information, const QString& identity);
+    /// In the order of their numbers; empty also when they can't be read.
+    std::vector<Attachment> Attachments(const QString& information, const QString& identity);
+    /// One attachment; nothing when there is no such row.
+    std::optional<Attachment> Find(const QString& information, const QString& identity, const QString& sequence);
+
+    /// Texts of further columns by their names; a column without one stays empty, the amount 0.
+    using Columns = std::map<QString, QString>;
+    /// Adds a row under the next number and, when `source` names a place and not just a name, copies the file or folder
+    /// there. A copy that fails leaves the row; one that is broken off takes the row back.
+    Outcome AddAttachment(const QString& information, const QString& identity, const QString& source,
+                          const Columns& columns, const platform::CopyProgress& progress = {});
+    /// Removes the row only.
+    bool DeleteAttachment(const QString& information, const QString& identity, const QString& sequence);
+
+    /// Gives the attachments of one owner record to another one and renames their copies. When the rows can't be
+    /// changed, nothing is renamed. A record that has attachments of the same numbers takes none.
+    Outcome RekeyAttachments(const QString& information, const QString& oldIdentity, const QString& newIdentity);
+    /// Adds the attachments of one owner record to another one, each with a copy of its own.
+    Outcome CopyAttachments(const QString& information, const QString& oldIdentity, const QString& newIdentity,
+                            const platform::CopyProgress& progress = {});
+
+    /// Path of the attachment's copy, in the platform's own form.
+    QString AttachmentFileName(const Attachment& attachment) const;
+    RowInfo AttachmentRowInfo(const Attachment& attachment) const;
+    /// The company's document folder; a relative setting counts from the root of the installation. Empty without one.
+    QString DocumentFolder() const;
+
+  private:
+    QString NextSequence(const QString& information, const QString& identity);
+    QString InsertStatement(const Attachment& row, const Columns& columns) const;
+    bool InsertCopy(const store::Recordset& row, const QString& newIdentity);
+    platform::CopyOutcome CopyDocument(const QString& from, const Attachment& to,
+                                       const platform::CopyProgress& progress) const;
+
+    const session::SessionContext& context_;
+    session::DataAccess& data_;
+    const platform::Clock& clock_;
+};
+
+}  // namespace attachments

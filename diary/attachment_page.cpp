@@ -1,0 +1,209 @@
+#include "diary/attachment_page.h"
+
+#include "attachments/copy_dialog.h"
+#include "hostsetup/documents.h"
+#include "platform/machine.h"
+
+namespace diary {
+
+using attachments::Attachment;
+using attachments::CopyDialog;
+using attachments::Outcome;
+using platform::FileFault;
+using screen::Button;
+using session::kProgramId;
+
+namespace {
+
+const QStringList kFilters{
+    QStringLiteral("全てのファイル (*.*)|*.*"),       QStringLiteral("ワード (*.doc)|*.doc"),
+    QStringLiteral("EXCELL (*.xls)|*.xls"),           QStringLiteral("テキスト (*.txt)|*.txt"),
+    QStringLiteral("一太郎 (*.jws)|*.jws"),           QStringLiteral("JPEG ファイル (*.jpg)|*.jpg"),
+    QStringLiteral("GIFファイル (*.gif)|*.gif"),      QStringLiteral("メタファイル (*.wmf)|*.wmf"),
+    QStringLiteral("拡張メタファイル (*.emf)|*.emf"), QStringLiteral("Bitmap ファイル (*.bmp)|*.bmp")};
+constexpr int kSequenceWidth = 3;
+
+QString ItemTexts(DiaryContext& diary, std::initializer_list<const char*> items) {
+    QString texts;
+    for (const char* item : items)
+        texts += diary.Item(item).Text();
+    return texts;
+}
+
+QString IdentityOnScreen(DiaryContext& diary) {
+    return attachments::SlotIdentity(ItemTexts(diary, {"営業活動日付年", "営業活動日付月", "営業活動日付日"}),
+                                     ItemTexts(diary, {"開始時刻時", "開始時刻分"}),
+                                     ItemTexts(diary, {"終了時刻時", "終了時刻分"}), diary.Item("担当者コード").Text());
+}
+
+QString ListedSlot(DiaryContext& diary, const QString& identity) {
+    return identity + (diary.session.NewSlotMode ? u'N' : u'S');
+}
+
+screen::Control& List(DiaryContext& diary) {
+    return diary.Item("List付属書類");
+}
+
+/// The attachment of the selected row, as far as it is known without its row in the table; nothing without a row. The
+/// key is "C", the identity and three digits: behind number 999 it names no attachment any more.
+std::optional<Attachment> Selected(DiaryContext& diary) {
+    const screen::Control& list = List(diary);
+    if (list.ListIndex() < 0) return std::nullopt;
+    const QString key = list.Rows()[static_cast<std::size_t>(list.ListIndex())].key;
+    return diary.attachments.Find(kProgramId, key.mid(1, key.size() - 1 - kSequenceWidth), key.right(kSequenceWidth))
+        .value_or(Attachment());
+}
+
+void TellNotFound(DiaryContext& diary) {
+    diary.ShowNotice(QStringLiteral("該当情報がありません。"));
+}
+
+/// A file's name without its extension, or a folder's name. Empty for a path that ends in no name.
+QString TitleOf(const QString& path) {
+    const qsizetype place = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+    const QString name = path.mid(place + 1);
+    const qsizetype point = name.lastIndexOf(u'.');
+    const bool folder = platform::LookAt(path).kind == platform::FileLook::Kind::Folder;
+    return folder || point <= 0 ? name : name.left(point);
+}
+
+/// False when the user broke the copy off.
+bool Add(DiaryContext& diary, QString path) {
+    while (path.endsWith(u'/') || path.endsWith(u'\\'))
+        path.chop(1);
+    const QString title = TitleOf(path);
+    if (title.isEmpty()) return true;
+    attachments::AttachmentStore::Columns columns{{QStringLiteral("タイトル"), title},
+                                                  {QStringLiteral("伝票事業所コード"), diary.session.SiteCode}};
+    for (const char* code : {"担当者コード", "部門コード", "セクションコード"})
+        columns[QString::fromUtf8(code)] = diary.Item(code).Text();
+    diary.ShowNotice(QString());
+    Outcome outcome;
+    {
+        CopyDialog dialog(diary.host, &diary.form);
+        outcome =
+            diary.attachments.AddAttachment(kProgramId, IdentityOnScreen(diary), path, columns, dialog.Progress());
+    }
+    if (diary.host.Ended()) return false;
+    ShowAttachments(diary);
+    diary.ShowNotice(attachments::OutcomeNotice(outcome));
+    return outcome.files.fault != FileFault::Cancelled;
+}
+
+/// The notice line while something is removed; the form takes no input meanwhile, and drops what came in that time.
+class RemovalNotice {
+  public:
+    explicit RemovalNotice(DiaryContext& diary) : diary_(diary) {
+        diary_.ShowNotice(QStringLiteral("＊＊削除中です。しばらくお待ちください＊＊"));
+        diary_.form.SetEnabled(false);
+        diary_.host.ProcessEvents();
+    }
+    ~RemovalNotice() {
+        diary_.host.ProcessEvents();
+        diary_.form.SetEnabled(true);
+    }
+    RemovalNotice(const RemovalNotice&) = delete;
+    RemovalNotice& operator=(const RemovalNotice&) = delete;
+
+  private:
+    DiaryContext& diary_;
+};
+
+/// Gives the words of what couldn't be done; empty when all was.
+QString Remove(DiaryContext& diary, const Attachment& attachment) {
+    const RemovalNotice notice(diary);
+    // The document stays as long as a row tells of it.
+    if (!diary.attachments.DeleteAttachment(attachment.information, attachment.identity, attachment.sequence))
+        return QStringLiteral("付属書類を削除できませんでした。");
+    const FileFault fault = platform::RemoveWhole(diary.attachments.AttachmentFileName(attachment));
+    return fault == FileFault::Missing ? QString() : attachments::OutcomeNotice({true, {fault}});
+}
+
+void TellAfterwards(DiaryContext& diary, const Outcome& outcome, const QString& refused) {
+    const QString notice = outcome.stored ? attachments::OutcomeNotice(outcome) : refused;
+    if (!notice.isEmpty()) diary.host.Tell(notice);
+}
+
+}  // namespace
+
+void ShowAttachments(DiaryContext& diary) {
+    const FillingScope filling(diary.state);
+    const QString identity = IdentityOnScreen(diary);
+    std::vector<screen::ListRow> rows;
+    for (const Attachment& attachment : diary.attachments.Attachments(kProgramId, identity)) {
+        const attachments::RowInfo info = diary.attachments.AttachmentRowInfo(attachment);
+        rows.push_back({u'C' + attachment.identity + attachment.sequence, {info.name, info.size, info.date}});
+    }
+    const bool stored = !diary.session.NewSlotMode;
+    diary.Item("btn_付属書類追加").SetEnabled(stored);
+    diary.Item("btn_フォルダ").SetEnabled(stored);
+    diary.Item("btn_付属書類削除").SetEnabled(stored && !rows.empty());
+    List(diary).SetRows(std::move(rows));
+    diary.state.ListedSlot = ListedSlot(diary, identity);
+}
+
+void FollowSlot(DiaryContext& diary) {
+    if (diary.state.ListedSlot != ListedSlot(diary, IdentityOnScreen(diary))) ShowAttachments(diary);
+}
+
+void AddFile(DiaryContext& diary) {
+    const auto path =
+        diary.host.AskPath({screen::PathDialog::Kind::File, QString(), platform::UserProfileFolder(), kFilters});
+    if (path) Add(diary, *path);
+}
+
+void AddFolder(DiaryContext& diary) {
+    const QString start = platform::UserProfileFolder();
+    const auto path =
+        diary.host.AskPath({screen::PathDialog::Kind::Folder, QStringLiteral("書類を選択して下さい"), start, {}});
+    // Confirming what the dialog came up with counts as no choice: nobody attaches all that he has by accident.
+    if (path && *path != start) Add(diary, *path);
+}
+
+void AddGiven(DiaryContext& diary, const QStringList& paths) {
+    if (diary.session.NewSlotMode) {
+        diary.ShowNotice(QStringLiteral("登録してから付属書類を追加してください。"));
+        return;
+    }
+    for (const QString& path : paths)
+        if (!Add(diary, path)) return;
+}
+
+void RemoveSelected(DiaryContext& diary) {
+    if (List(diary).ListIndex() < 0) return;
+    const Button answer = diary.host.Ask(
+        {screen::kProgramTitle, QStringLiteral("付属書類から削除しますか？"), {Button::Yes, Button::No}, Button::No});
+    if (answer != Button::Yes) return;
+    const Attachment attachment = Selected(diary).value_or(Attachment());
+    if (attachment.sequence.isEmpty())
+        TellNotFound(diary);
+    else
+        diary.ShowNotice(Remove(diary, attachment));
+    ShowAttachments(diary);
+    // The button goes out with the last paper; the focus must not rest on it.
+    if (!diary.Item("btn_付属書類削除").Enabled()) diary.form.SetFocus(List(diary));
+}
+
+void OpenSelected(DiaryContext& diary) {
+    const auto attachment = Selected(diary);
+    if (!attachment) return;
+    if (attachment->sequence.isEmpty()) return TellNotFound(diary);
+    const bool opened = hostsetup::OpenDocument(diary.opener, diary.attachments.AttachmentFileName(*attachment));
+    diary.ShowNotice(opened ? QString() : QStringLiteral("書類を開けませんでした。"));
+}
+
+void MoveAttachments(DiaryContext& diary, const QString& oldIdentity, const QString& newIdentity) {
+    TellAfterwards(diary, diary.attachments.RekeyAttachments(kProgramId, oldIdentity, newIdentity),
+                   QStringLiteral("付属書類を移動できませんでした。"));
+}
+
+void CopyAttachments(DiaryContext& diary, const QString& oldIdentity, const QString& newIdentity) {
+    Outcome outcome;
+    {
+        CopyDialog dialog(diary.host, diary.host.Front());
+        outcome = diary.attachments.CopyAttachments(kProgramId, oldIdentity, newIdentity, dialog.Progress());
+    }
+    TellAfterwards(diary, outcome, QStringLiteral("付属書類をコピーできませんでした。"));
+}
+
+}  // namespace diary
