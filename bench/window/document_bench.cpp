@@ -11,7 +11,7 @@
 namespace bench {
 namespace {
 
-constexpr int kNumbersOfAKind = 25;
+constexpr int kNumbersOfAKind = 100;
 constexpr double kMostOfTyping = 20;  // milliseconds
 constexpr double kMostOverEngine = 1.5;
 constexpr double kMostOfOpening = 100;
