@@ -41,8 +41,4 @@ TEST(StepTimes, KeepsTheLengthWhateverTheEndLooksLike) {
     }
 }
 
-TEST(AttachmentIdentity, HoldsTheKeyInDigitsAlone) {
-    EXPECT_EQ(move::AttachmentIdentity({"00001", "20261120", "23:50", "24:20"}), QString("202611202350242000001"));
-}
-
 }  // namespace
