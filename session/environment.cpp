@@ -159,4 +159,14 @@ bool Environment::DB_CLOSEOPEN(int patience) {
     return OpenStore(UserStoreConnectionString(), untold, patience);
 }
 
+bool Environment::ConfigStoreMayHaveChanged() {
+    // Two changes may share a mark, and a look between them sees the first only.
+    constexpr int kMostUnchangedLooks = 10;
+    const QString mark = store::ChangeMark(UserStoreConnectionString(), context_.InstallRoot);
+    if (!mark.isEmpty() && mark == changeMark_ && ++unchangedLooks_ < kMostUnchangedLooks) return false;
+    changeMark_ = mark;
+    unchangedLooks_ = 0;
+    return true;
+}
+
 }  // namespace session

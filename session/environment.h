@@ -30,6 +30,10 @@ class Environment {
     /// there. An empty one does nothing.
     std::function<bool()> prepareOfficeTrust;
 
+    /// True unless the configuration store is surely as it was at the last call. Now and then it says true all the
+    /// same.
+    bool ConfigStoreMayHaveChanged();
+
     /// Makes each missing folder along a path; a fault shows a message and the walk goes on. Returns the path.
     QString EnsureFolderPath(const QString& path);
 
@@ -53,6 +57,8 @@ class Environment {
     StatementLog& log_;
     screen::ScreenHost& host_;
     platform::MachineNames names_;
+    QString changeMark_;
+    int unchangedLooks_ = 0;
     QString prefix_;  ///< install root with its trailing separator
 };
 

@@ -50,4 +50,9 @@ class Connection {
 std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
                                            int patience = kPatience);
 
+/// A text that is another one after any process has changed the store: cheap to ask for, without opening anything. Two
+/// changes within a moment may share one, so who must not miss any looks now and then all the same. Empty for a store
+/// that can't tell.
+QString ChangeMark(const QString& connectionString, const QString& installRoot);
+
 }  // namespace store

@@ -1,4 +1,6 @@
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <array>
 
 #include "store/connection.h"
@@ -30,31 +32,52 @@ std::unique_ptr<Connection> OpenFile(const ConnectionString& parts, const QStrin
     return OpenSqliteConnection(FilePath(source, installRoot), fault, patience);
 }
 
+// The engine touches its file at each commit, or the log beside it.
+QString FileMark(const ConnectionString& parts, const QString& installRoot) {
+    const QString path = FilePath(parts.Value(QStringLiteral("Data Source")), installRoot);
+    QString mark;
+    for (const QString& file : {path, path + "-wal"}) {
+        const QFileInfo info(file);
+        mark += QStringLiteral("%1 %2 ").arg(info.lastModified().toMSecsSinceEpoch()).arg(info.size());
+    }
+    return mark;
+}
+
 struct Provider {
     QLatin1String name;
     Opener open;
+    QString (*mark)(const ConnectionString&, const QString& installRoot);
 };
 
 // An engine joins the house here.
 constexpr std::array kProviders = {
-    Provider{QLatin1String("Microsoft.ACE.OLEDB.12.0"), OpenFile},
-    Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile},
-    Provider{QLatin1String("SQLite"), OpenFile},
+    Provider{QLatin1String("Microsoft.ACE.OLEDB.12.0"), OpenFile, FileMark},
+    Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile, FileMark},
+    Provider{QLatin1String("SQLite"), OpenFile, FileMark},
 };
+
+const Provider* ProviderOf(const ConnectionString& parts) {
+    const QString name = parts.Value(QStringLiteral("Provider"));
+    for (const Provider& provider : kProviders)
+        if (name.compare(provider.name, Qt::CaseInsensitive) == 0) return &provider;
+    return nullptr;
+}
 
 }  // namespace
 
 std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
                                            int patience) {
     const ConnectionString parts(connectionString);
-    const QString name = parts.Value(QStringLiteral("Provider"));
-    for (const Provider& provider : kProviders) {
-        if (name.compare(provider.name, Qt::CaseInsensitive) == 0) {
-            return provider.open(parts, installRoot, fault, patience);
-        }
-    }
-    fault = {0, QStringLiteral("データベースのプロバイダ名が不明です: 「%1」").arg(name)};
+    if (const Provider* provider = ProviderOf(parts)) return provider->open(parts, installRoot, fault, patience);
+    fault = {
+        0, QStringLiteral("データベースのプロバイダ名が不明です: 「%1」").arg(parts.Value(QStringLiteral("Provider")))};
     return nullptr;
+}
+
+QString ChangeMark(const QString& connectionString, const QString& installRoot) {
+    const ConnectionString parts(connectionString);
+    const Provider* provider = ProviderOf(parts);
+    return provider && provider->mark ? provider->mark(parts, installRoot) : QString();
 }
 
 }  // namespace store

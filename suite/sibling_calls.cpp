@@ -70,9 +70,12 @@ QString SiblingCalls::WaitForEndLink(screen::Form& mainForm, const QString& rece
     context_.LinkWaitActive = true;
     host_.SetWaiting(receiver);
     QString reply;
-    // Each look is at the store as it is now: another process's row may hide behind an open connection.
+    // Each look is at the store as it is now: another process's row may hide behind an open connection. Opening it
+    // fifty times a second for nothing would keep the machine warm.
     while (!host_.Ended()) {
-        if (environment_.DB_CLOSEOPEN(kPaceMilliseconds) && TakeReply(exchange, since, reply)) break;
+        if (environment_.ConfigStoreMayHaveChanged() && environment_.DB_CLOSEOPEN(kPaceMilliseconds) &&
+            TakeReply(exchange, since, reply))
+            break;
         host_.Sleep(kPaceMilliseconds);
         host_.ProcessEvents();
     }

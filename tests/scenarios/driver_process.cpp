@@ -38,4 +38,14 @@ void DriverProcess::EndInput() {
     if (!process_.waitForFinished(kAnswerMilliseconds)) process_.kill();
 }
 
+void DriverProcess::Send(const QJsonObject& command) {
+    process_.write(QJsonDocument(command).toJson(QJsonDocument::Compact) + '\n');
+    process_.waitForBytesWritten();
+}
+
+void DriverProcess::Kill() {
+    process_.kill();
+    process_.waitForFinished(kAnswerMilliseconds);
+}
+
 }  // namespace scenario

@@ -19,6 +19,11 @@ class DriverProcess {
     /// root stands as ROOT in the command and in the answer, so that the answers of two trees can be compared.
     QJsonObject Play(const QJsonObject& command, const QString& root = "/nowhere");
 
+    /// Sends a command without waiting for its answer.
+    void Send(const QJsonObject& command);
+    /// Kills the driver on the spot and waits for its end.
+    void Kill();
+
     /// Ends the input, as a killed program sees it, and waits for the end.
     void EndInput();
 
