@@ -140,7 +140,11 @@ void OpenMoveScreen(DiaryContext& diary) {
     diary.form.SetEnabled(true);
     if (diary.host.Ended()) return;
     const QString key = std::exchange(diary.pick.ListCondition, QString());
-    if (!key.isEmpty()) ReopenFromMoveResult(diary, key);
+    if (!key.isEmpty()) {
+        // What was typed into the slot before it moved wasn't part of that; the next start offers it.
+        SetTypedAside(diary);
+        ReopenFromMoveResult(diary, key);
+    }
     FocusControl(diary, *diary.state.LastLeftControl);
     // Another client was faster, or the statement failed: what the screen shows isn't on file.
     if (!key.isEmpty() && diary.session.NewSlotMode) diary.ShowNotice(kNotFound);

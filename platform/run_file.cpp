@@ -7,12 +7,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <chrono>
 #include <filesystem>
 
 namespace platform {
 
 namespace {
 
+constexpr std::chrono::milliseconds kBreath{300};
 const QString kSuffix = QStringLiteral(".typed");
 
 void SyncToDisk(const QString& path) {
@@ -65,6 +67,8 @@ void DiskFlusher::Run() {
         SyncToDisk(path);
         SyncToDisk(QFileInfo(path).absolutePath());
         lock.lock();
+        // What is typed in one breath goes to the disk once.
+        wake_.wait_for(lock, kBreath, [this] { return ends_; });
     }
 }
 
