@@ -2,7 +2,9 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <memory>
 
+#include "bench/crowd/crowd.h"
 #include "bench/list_bench.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
@@ -13,10 +15,13 @@ namespace {
 constexpr const char* kUsage =
     "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
     "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
+    "       katsudo-bench crowd --root DIR [--clients N] [--seconds N]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
     "lists      times the searches of the party lists.\n"
     "documents  times typed document numbers, the lists of documents and the lists of used names.\n"
+    "crowd      clients that save and search at once on an installation that has a staff member for each of them.\n"
+    "  --clients N    how many (50), for how many --seconds (60)\n"
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
     "  --slots N      slots that point at them (1000000)\n"
@@ -25,6 +30,7 @@ constexpr const char* kUsage =
 struct Arguments {
     QString command;
     QString root;
+    qint64 clients = 50, seconds = 60;
     qint64 parties = 100'000, documents = 100'000, slotCount = 1'000'000;
     bool good = true;
 };
@@ -33,7 +39,8 @@ Arguments Read(const QStringList& words) {
     Arguments arguments;
     arguments.command = words.value(0);
     const bool documents = arguments.command == "documents";
-    arguments.good = (documents || arguments.command == "lists") && words.size() % 2 == 1;
+    const bool crowd = arguments.command == "crowd";
+    arguments.good = (documents || crowd || arguments.command == "lists") && words.size() % 2 == 1;
     const auto take = [&arguments](const QString& text, qint64 most, qint64& number) {
         number = text.toLongLong(&arguments.good);
         arguments.good = arguments.good && number > 0 && number <= most;
@@ -43,6 +50,10 @@ Arguments Read(const QStringList& words) {
             arguments.root = QDir(words[i + 1]).absolutePath();
         else if (words[i] == "--parties")
             take(words[i + 1], 1'900'000, arguments.parties);
+        else if (words[i] == "--clients" && crowd)
+            take(words[i + 1], 1000, arguments.clients);
+        else if (words[i] == "--seconds" && crowd)
+            take(words[i + 1], 86'400, arguments.seconds);
         else if (words[i] == "--documents" && documents)
             take(words[i + 1], 10'000'000, arguments.documents);
         else if (words[i] == "--slots" && documents)
@@ -79,6 +90,10 @@ bool BenchLists(const setup::Tree& tree, QTextStream& out) {
 }
 
 int Bench(const Arguments& arguments) {
+    if (arguments.command == "crowd") {
+        QTextStream crowdOut(stdout);
+        return bench::RunCrowd({arguments.root, int(arguments.clients), int(arguments.seconds)}, crowdOut) ? 0 : 1;
+    }
     const QTemporaryDir folder;
     const setup::Tree tree{arguments.root.isEmpty() ? folder.path() + "/tree" : arguments.root};
     QTextStream out(stdout);
@@ -94,7 +109,11 @@ int Bench(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    QApplication application(argc, argv);
+    // Only what draws needs a display.
+    const bool draws = argc < 2 || qstrcmp(argv[1], "crowd") != 0;
+    const std::unique_ptr<QCoreApplication> application =
+        draws ? std::unique_ptr<QCoreApplication>(new QApplication(argc, argv))
+              : std::make_unique<QCoreApplication>(argc, argv);
     const QStringList words = QCoreApplication::arguments().mid(1);
     if (words == QStringList{"--version"} || words == QStringList{"--help"}) {
         QTextStream(stdout) << (words[0] == "--help" ? kUsage : "katsudo-bench " KATSUDO_VERSION "\n");

@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "setup/command_line.h"
-#include "tests/scenarios/driver_process.h"
+#include "drive/driver_process.h"
 #include "tests/scenarios/office.h"
 
 namespace {
@@ -26,7 +26,7 @@ QString CodeOf(int client, int number) {
 /// off what it was given. The code that comes back must be that of this client's party.
 QString HandOverParties(const QString& root, int client) {
     const QString login = client == 0 ? "sato" : "suzuki";
-    scenario::DriverProcess driver;
+    drive::DriverProcess driver;
     if (!driver.Start({"--root", root, "--login", login, "--computer", "PC-" + login})) return "no client";
     const auto play = [&driver](const QJsonObject& command) { return driver.Play(command); };
     play({{"do", "focus"}, {"item", "担当者コード"}});

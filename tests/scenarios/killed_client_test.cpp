@@ -8,7 +8,7 @@
 #include <memory>
 #include <random>
 
-#include "tests/scenarios/driver_process.h"
+#include "drive/driver_process.h"
 #include "tests/scenarios/office.h"
 
 namespace {
@@ -25,7 +25,7 @@ class Victim {
 
     /// Starts a client; what an earlier one left is taken.
     void Start() {
-        driver_ = std::make_unique<scenario::DriverProcess>();
+        driver_ = std::make_unique<drive::DriverProcess>();
         ASSERT_TRUE(
             driver_->Start({"--root", root_, "--login", "sato", "--computer", "PC1", "--now", "20261120 100512"}));
         const QJsonObject first = driver_->Play({{"do", "state"}});
@@ -67,7 +67,7 @@ class Victim {
 
   private:
     QString root_;
-    std::unique_ptr<scenario::DriverProcess> driver_;
+    std::unique_ptr<drive::DriverProcess> driver_;
     std::optional<QString> restored_;
 };
 

@@ -83,7 +83,7 @@ void ScenarioPlayer::CheckCarriedOut(const QJsonObject& line) {
 }
 
 void ScenarioPlayer::Start(const QString& client, const QJsonObject& with) {
-    auto driver = std::make_unique<DriverProcess>();
+    auto driver = std::make_unique<drive::DriverProcess>();
     QStringList arguments{"--root", root_};
     for (auto option = with.begin(); option != with.end(); ++option)
         arguments << "--" + option.key() << option.value().toString();

@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "tests/scenarios/driver_process.h"
+#include "drive/driver_process.h"
 
 namespace scenario {
 
@@ -57,7 +57,7 @@ class ScenarioPlayer {
 
     QString root_;
     bool window_;
-    std::map<QString, std::unique_ptr<DriverProcess>> drivers_;
+    std::map<QString, std::unique_ptr<drive::DriverProcess>> drivers_;
     std::vector<std::jthread> lockers_;
     std::vector<QJsonObject> answers_;
     bool unchecked_ = false;  ///< the last answer hasn't been looked at

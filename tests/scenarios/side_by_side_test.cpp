@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <thread>
 
-#include "tests/scenarios/driver_process.h"
+#include "drive/driver_process.h"
 #include "tests/scenarios/office.h"
 
 namespace {
@@ -36,7 +36,7 @@ using Commands = std::vector<QJsonObject> (*)(const QString& staff, int number);
 
 /// Plays one client, the commands `times` times; gives the words of the first thing that went wrong.
 QString PlayClient(const QString& root, const QString& login, const QString& staff, int times, Commands commands) {
-    scenario::DriverProcess client;
+    drive::DriverProcess client;
     if (!client.Start({"--root", root, "--login", login, "--computer", "PC-" + login, "--now", "20261120 100512"}))
         return "no client";
     for (int number = 0; number < times; ++number) {

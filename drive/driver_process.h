@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace scenario {
+namespace drive {
 
 /// A running katsudo-drive: one command in, one answer out.
 class DriverProcess {
@@ -34,4 +34,4 @@ class DriverProcess {
     QProcess process_;
 };
 
-}  // namespace scenario
+}  // namespace drive

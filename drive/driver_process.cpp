@@ -1,9 +1,9 @@
-#include "tests/scenarios/driver_process.h"
+#include "drive/driver_process.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
 
-namespace scenario {
+namespace drive {
 
 namespace {
 
@@ -48,4 +48,4 @@ void DriverProcess::Kill() {
     process_.waitForFinished(kAnswerMilliseconds);
 }
 
-}  // namespace scenario
+}  // namespace drive
