@@ -3,6 +3,7 @@
 
 #include "store/connection.h"
 #include "store/connection_string.h"
+#include "store/postgres_connection.h"
 #include "store/sqlite_connection.h"
 
 namespace store {
@@ -30,6 +31,15 @@ std::unique_ptr<Connection> OpenFile(const ConnectionString& parts, const QStrin
     return OpenSqliteConnection(FilePath(source, installRoot), fault, patience);
 }
 
+std::unique_ptr<Connection> OpenServer(const ConnectionString& parts, const QString&, Fault& fault, int patience) {
+    const PostgresLogin login = LoginOf(parts);
+    if (login.database.isEmpty()) {
+        fault = {0, QStringLiteral("接続文字列にデータベース名がありません。")};
+        return nullptr;
+    }
+    return OpenPostgresConnection(login, fault, patience);
+}
+
 struct Provider {
     QLatin1String name;
     Opener open;
@@ -40,6 +50,7 @@ constexpr std::array kProviders = {
     Provider{QLatin1String("Microsoft.ACE.OLEDB.12.0"), OpenFile},
     Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile},
     Provider{QLatin1String("SQLite"), OpenFile},
+    Provider{QLatin1String("PostgreSQL"), OpenServer},
 };
 
 }  // namespace
