@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QThread>
 
+#include "session/schema.h"
 #include "setup/create_tree.h"
 #include "store/connection.h"
 
@@ -12,12 +13,52 @@ namespace scenario {
 
 namespace {
 
+const QString kAdmin = QStringLiteral("katsudo_admin");
+
+// Where a tree notes the database that is its main store: its own definition may be what a scenario spoils.
+QString NoteOf(const QString& root) {
+    return root + "/data/server_database";
+}
+
+QString ServerDatabase(const QString& root) {
+    QFile note(NoteOf(root));
+    return note.open(QIODevice::ReadOnly) ? QString::fromUtf8(note.readAll()) : QString();
+}
+
+bool NoteDatabase(const QString& root, const QString& database) {
+    QFile note(NoteOf(root));
+    return note.open(QIODevice::WriteOnly) && note.write(database.toUtf8()) > 0;
+}
+
+QString ServerString(const QString& database) {
+    return QString("Provider=PostgreSQL;User ID=%1;Data Source=%2;Initial Catalog=%3;")
+        .arg(kAdmin, TestServer(), database);
+}
+
+// "data" is opened as the rest of the suite does, which may change every table.
 std::unique_ptr<store::Connection> OpenStore(const QString& root, const QString& store, QString& problem) {
     const QString file = store == "data" ? QString("data/gnrdb.accdb") : store + "/usrcnfg.accdb";
+    const QString database = store == "data" ? ServerDatabase(root) : QString();
     store::Fault fault;
-    auto connection = store::OpenConnection("Provider=SQLite;Data Source=" + file + ";", root, fault);
+    auto connection = store::OpenConnection(
+        database.isEmpty() ? "Provider=SQLite;Data Source=" + file + ";" : ServerString(database), root, fault);
     if (!connection) problem = fault.description;
     return connection;
+}
+
+QString OnServer(const QString& sql) {
+    store::Fault fault;
+    const auto server = store::OpenConnection(ServerString("postgres"), {}, fault);
+    return server && server->Execute(sql, fault) ? QString() : fault.description;
+}
+
+// Statements that keep every other program away from the main store, readers too.
+QStringList LockStatements(const QString& root, const QString& store) {
+    if (store != "data" || ServerDatabase(root).isEmpty()) return {"BEGIN EXCLUSIVE"};
+    QStringList names;
+    for (const session::Table& table : session::MainTables())
+        names << "[" + table.name + "]";
+    return {"BEGIN", "LOCK TABLE " + names.join(',') + " IN ACCESS EXCLUSIVE MODE"};
 }
 
 }  // namespace
@@ -53,18 +94,26 @@ void HoldStore(const QString& root, const QString& store, int milliseconds,
     QString problem;
     const auto connection = OpenStore(root, store, problem);
     store::Fault fault;
-    if (connection && !connection->Execute("BEGIN EXCLUSIVE", fault)) problem = fault.description;
+    for (const QString& statement : LockStatements(root, store))
+        if (connection && !connection->Execute(statement, fault)) problem = fault.description;
     held(problem);
     if (!problem.isEmpty()) return;
     QThread::msleep(static_cast<unsigned long>(milliseconds));
     connection->Execute("ROLLBACK", fault);
 }
 
-QString MakeOffice(const QString& root) {
+QString TestServer() {
+    return qEnvironmentVariable("KATSUDO_TEST_SERVER");
+}
+
+QString MakeOffice(const QString& root, const QString& database) {
     setup::CreateOrder order;
     order.tree.root = root;
+    if (!database.isEmpty())
+        order.server = setup::ServerOrder{TestServer(), database, kAdmin, {}, "office_client", "se cret", true};
     const QString problem = setup::CreateTree(order);
     if (!problem.isEmpty()) return problem;
+    if (!database.isEmpty() && !NoteDatabase(root, database)) return NoteOf(root) + " can't be written";
     QFile rows(QStringLiteral(KATSUDO_SCENARIOS "/office.sql"));
     if (!rows.open(QIODevice::ReadOnly)) return "office.sql is missing";
     QString unopened;
@@ -78,7 +127,7 @@ QString MakeOffice(const QString& root) {
     return {};
 }
 
-bool CopyTree(const QString& from, const QString& to) {
+bool CopyTree(const QString& from, const QString& to, const QString& database) {
     QDirIterator entries(from, QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot | QDir::Hidden,
                          QDirIterator::Subdirectories);
     bool copied = QDir().mkpath(to);
@@ -87,7 +136,16 @@ bool CopyTree(const QString& from, const QString& to) {
         const QString target = to + path.mid(from.size());
         copied = entries.fileInfo().isDir() ? QDir().mkpath(target) : QFile::copy(path, target);
     }
-    return copied;
+    if (!copied || database.isEmpty()) return copied;
+    const QString problem =
+        OnServer(QString("CREATE DATABASE \"%1\" TEMPLATE \"%2\"").arg(database, ServerDatabase(from))) +
+        Execute(to, "conf", "UPDATE データベース定義 SET データベース名 = '" + database + "'");
+    return problem.isEmpty() && NoteDatabase(to, database);
+}
+
+void DropServerStore(const QString& root) {
+    const QString database = ServerDatabase(root);
+    if (!database.isEmpty()) OnServer(QString("DROP DATABASE IF EXISTS \"%1\" WITH (FORCE)").arg(database));
 }
 
 }  // namespace scenario
