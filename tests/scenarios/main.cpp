@@ -80,7 +80,9 @@ TEST_P(Scenario, GivesTheSameAnswersOnAServer) {
     const QString file = QString::fromStdString(GetParam());
     const std::vector<QJsonObject> served = PlayOnServer(file);
     ASSERT_FALSE(HasFailure()) << "on the server";
-    if (!served.empty()) ExpectSame(Play(file, false), served);
+    const std::vector<QJsonObject> fromFile = Play(file, false);
+    // A file may be for one of the two only.
+    if (!served.empty() && !fromFile.empty()) ExpectSame(fromFile, served);
 }
 
 std::vector<std::string> Parameters() {

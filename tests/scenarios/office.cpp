@@ -1,13 +1,16 @@
 #include "tests/scenarios/office.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QRegularExpression>
 #include <QThread>
 
 #include "session/schema.h"
 #include "setup/create_tree.h"
 #include "store/connection.h"
+#include "store/postgres_link.h"
 
 namespace scenario {
 
@@ -30,6 +33,11 @@ bool NoteDatabase(const QString& root, const QString& database) {
     return note.open(QIODevice::WriteOnly) && note.write(database.toUtf8()) > 0;
 }
 
+// Several test programs may make their offices at the same time.
+QString ClientLogin() {
+    return QString("client_%1").arg(QCoreApplication::applicationPid());
+}
+
 QString ServerString(const QString& database) {
     return QString("Provider=PostgreSQL;User ID=%1;Data Source=%2;Initial Catalog=%3;")
         .arg(kAdmin, TestServer(), database);
@@ -46,10 +54,39 @@ std::unique_ptr<store::Connection> OpenStore(const QString& root, const QString&
     return connection;
 }
 
+store::PostgresLogin AdminLogin(const QString& database) {
+    return {TestServer(), 0, database, kAdmin, {}};
+}
+
+// Runs a statement of the server's own.
 QString OnServer(const QString& sql) {
     store::Fault fault;
-    const auto server = store::OpenConnection(ServerString("postgres"), {}, fault);
-    return server && server->Execute(sql, fault) ? QString() : fault.description;
+    const auto server = store::PostgresLink::Open(AdminLogin("postgres"), {}, fault);
+    return server && server->Run(sql, fault) ? QString() : fault.description;
+}
+
+// A trigger as the server takes it: with a function of its own, which must say what becomes of the row.
+QString MakeServerTrigger(const QString& database, const QString& sql) {
+    static const QRegularExpression form(
+        "^CREATE TRIGGER (\\w+) (BEFORE|AFTER) (\\w+) ON (\\S+)(?: WHEN (.+))? BEGIN (.+) END$");
+    static const QRegularExpression name("(?<!')\\b(\\w*[^\\x00-\\x7f\\W]\\w*)",
+                                         QRegularExpression::UseUnicodePropertiesOption);
+    const auto parts = form.match(sql);
+    if (!parts.hasMatch()) return "no such form of a trigger";
+    const auto part = [&](int index) { return parts.captured(index).replace(name, "\"\\1\""); };
+    QString body = part(6).replace("SELECT RAISE(IGNORE)", "RETURN NULL");
+    body.replace(QRegularExpression("SELECT RAISE\\(FAIL, ('[^']*')\\)"), "RAISE EXCEPTION \\1");
+    const QString condition = parts.captured(5).isEmpty() ? QString("true") : part(5);
+    const QString row = parts.captured(3) == "DELETE" ? "OLD" : "NEW";
+    store::Fault fault;
+    const auto link = store::PostgresLink::Open(AdminLogin(database), {}, fault);
+    const QString function = QString(
+                                 "CREATE FUNCTION \"%1\"() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN IF %2 THEN %3 "
+                                 "END IF; RETURN %4; END $$")
+                                 .arg(part(1), condition, body, row);
+    const QString trigger = QString("CREATE TRIGGER \"%1\" %2 %3 ON %4 FOR EACH ROW EXECUTE FUNCTION \"%1\"()")
+                                .arg(part(1), part(2), part(3), part(4));
+    return link && link->Run(function, fault) && link->Run(trigger, fault) ? QString() : fault.description;
 }
 
 // Statements that keep every other program away from the main store, readers too.
@@ -63,7 +100,22 @@ QStringList LockStatements(const QString& root, const QString& store) {
 
 }  // namespace
 
+QString LetIn(const QString& root, bool in) {
+    const QString database = ServerDatabase(root);
+    QString problem =
+        OnServer(QString("ALTER DATABASE \"%1\" ALLOW_CONNECTIONS %2").arg(database, in ? "true" : "false"));
+    if (!in)
+        problem +=
+            OnServer("SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE datname = '" + database + "'");
+    return problem;
+}
+
 QString Execute(const QString& root, const QString& store, const QString& sql) {
+    const QString database = store == "data" ? ServerDatabase(root) : QString();
+    if (sql.contains("{client}")) return Execute(root, store, QString(sql).replace("{client}", ClientLogin()));
+    if (!database.isEmpty() && sql.startsWith("CREATE TRIGGER")) return MakeServerTrigger(database, sql);
+    if (!database.isEmpty() && sql.startsWith("DROP TRIGGER"))
+        return Execute(root, store, "DROP FUNCTION [" + sql.section(u' ', 2) + "] CASCADE");
     QString problem;
     const auto connection = OpenStore(root, store, problem);
     store::Fault fault;
@@ -110,7 +162,7 @@ QString MakeOffice(const QString& root, const QString& database) {
     setup::CreateOrder order;
     order.tree.root = root;
     if (!database.isEmpty())
-        order.server = setup::ServerOrder{TestServer(), database, kAdmin, {}, "office_client", "se cret", true};
+        order.server = setup::ServerOrder{TestServer(), database, kAdmin, {}, ClientLogin(), "se cret", true};
     const QString problem = setup::CreateTree(order);
     if (!problem.isEmpty()) return problem;
     if (!database.isEmpty() && !NoteDatabase(root, database)) return NoteOf(root) + " can't be written";

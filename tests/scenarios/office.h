@@ -19,8 +19,12 @@ bool CopyTree(const QString& from, const QString& to, const QString& database = 
 /// Takes the database of a tree away again; none is no fault.
 void DropServerStore(const QString& root);
 
+/// Lets the server turn the clients of a tree away, and breaks their connections; or lets them in again. Empty when it
+/// worked.
+QString LetIn(const QString& root, bool in);
+
 /// Runs a statement on a store of a tree; `store` is "data" or a folder with an environment store, such as "conf".
-/// Empty when it worked.
+/// CREATE TRIGGER is written as SQLite takes it; {client} stands for the clients' login to the server. Empty when it worked.
 QString Execute(const QString& root, const QString& store, const QString& sql);
 
 /// The rows of a SELECT as a list of lists of text, a Null as JSON null.

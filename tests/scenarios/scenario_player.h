@@ -13,7 +13,10 @@ namespace scenario {
 
 /// Plays one scenario file on a tree of its own. A file is a list of lines, one JSON object each ("#" begins a remark):
 ///
-///   {"only":"sqlite","because":…}              as the first line: has no meaning with a main store on a server
+///   {"only":"sqlite"|"server","because":…}     as the first line: has a meaning only where the main store is a file,
+///   or
+///                                              on a server
+///   {"server":"away"|"back"}                   the server drops this tree's clients and turns them away, or takes them
 ///   {"execute":SQL,"store":"data"|"conf"}      a row set up beforehand, or what another program does meanwhile
 ///   {"lock":"data"|"conf","milliseconds":N}    another program holds the store that long; the next line runs meanwhile
 ///   {"setup":["pin",…]}                        runs katsudo-setup on the tree; it must do its work
@@ -44,6 +47,7 @@ class ScenarioPlayer {
     const std::vector<QJsonObject>& Answers() const { return answers_; }
 
   private:
+    QString Engine() const { return server_ ? "server" : "sqlite"; }
     void PlayLine(const QJsonObject& line);
     void Start(const QString& client, const QJsonObject& with);
     void Command(const QString& client, const QJsonObject& command);
