@@ -6,9 +6,11 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache pkg-config  # build
     qt6-base-dev libqt6sql6-sqlite           # Qt, and its SQLite driver
+    libqt6sql6-psql                          # its driver for a PostgreSQL server
     libsqlite3-dev                           # the engine itself, for the LIKE that finds however a text is written
     libsodium-dev                            # stored PINs
     libgtest-dev libgmock-dev                # tests
+    postgresql                               # a server for the tests, which start their own
     sqlite3 skkdic-extra                     # a look at the stored rows; the postcodes of the demo data
     fonts-noto-cjk                           # a font with every Japanese glyph
     xvfb imagemagick                         # a display where there is none, and its screenshot

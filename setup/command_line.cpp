@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: katsudo-setup create --root DIR (--empty | --demo) [options]\n"
-    "       katsudo-setup pin --root DIR (--staff CODE | --privilege [--site CODE]) --pin TEXT\n"
+    "       katsudo-setup pin --root DIR (--staff CODE | --privilege [--site CODE]) --pin TEXT [--admin-user NAME]\n"
     "       katsudo-setup check --root DIR\n"
     "       katsudo-setup stand-ins --root DIR\n"
     "       katsudo-setup --help | --version\n"
@@ -33,6 +33,11 @@ constexpr const char* kUsage =
     "  --today YYYYMMDD the last day of the demo's activity (today)\n"
     "  --force          replace the databases of an installation that is there\n"
     "  --progress       show the progress even when standard error is no terminal\n"
+    "  --engine postgresql  the main database on a server, in place of a file of the installation:\n"
+    "  --server S       its name or address, or the folder of its socket, with :PORT where that isn't 5432\n"
+    "  --database D     the database to be made (with --force: to be replaced)\n"
+    "  --admin-user A --admin-password P  who makes it; without P the environment's PGPASSWORD or ~/.pgpass counts\n"
+    "  --user U --password P  the clients' login (the database's name with _client; a password nobody knows)\n"
     "pin     stores the PIN of a staff member, or the privilege PIN: of one site, or of the company and all sites.\n"
     "stand-ins  puts katsudo-sibling into the installation in place of every program that the client starts; a demo\n"
     "        has it from the start.\n"
@@ -59,8 +64,9 @@ const QHash<QString, CommandOptions>& Commands() {
     static const QHash<QString, CommandOptions> commands = {
         {"create",
          {{"--empty", "--demo", "--force", "--progress"},
-          {"--root", "--staff", "--parties", "--slots", "--documents", "--seed", "--today"}}},
-        {"pin", {{"--privilege"}, {"--root", "--staff", "--site", "--pin"}}},
+          {"--root", "--staff", "--parties", "--slots", "--documents", "--seed", "--today", "--engine", "--server",
+           "--database", "--admin-user", "--admin-password", "--user", "--password"}}},
+        {"pin", {{"--privilege"}, {"--root", "--staff", "--site", "--pin", "--admin-user", "--admin-password"}}},
         {"check", {{}, {"--root"}}},
         {"stand-ins", {{}, {"--root"}}}};
     return commands;
@@ -121,6 +127,32 @@ DemoSizes TakeSizes(Arguments& arguments) {
     return sizes;
 }
 
+// The server that the options name; nothing for a file. Notes an error when they don't fit together.
+std::optional<ServerOrder> TakeServerOrder(Arguments& arguments) {
+    const QString engine = arguments.values.value("--engine", "sqlite");
+    const bool onServer = engine == "postgresql";
+    if (!onServer && engine != "sqlite") arguments.error = "--engine takes sqlite or postgresql.";
+    for (const QString option : {"--server", "--database", "--admin-user"})
+        if (arguments.Has(option) != onServer)
+            arguments.error = option + (onServer ? " is missing." : " goes with --engine postgresql.");
+    if (!onServer) return std::nullopt;
+    ServerOrder order;
+    order.server = arguments.values.value("--server");
+    order.database = arguments.values.value("--database");
+    order.adminUser = arguments.values.value("--admin-user");
+    order.adminPassword = arguments.values.value("--admin-password");
+    order.user = arguments.values.value("--user", order.database + "_client");
+    order.password = arguments.Has("--password") ? arguments.values.value("--password") : MakePassword();
+    order.force = arguments.Has("--force");
+    if (arguments.error.isEmpty()) arguments.error = FaultOfOrder(order);
+    return order;
+}
+
+std::optional<ServerAdmin> TakeAdmin(const Arguments& arguments) {
+    if (!arguments.Has("--admin-user")) return std::nullopt;
+    return ServerAdmin{arguments.values.value("--admin-user"), arguments.values.value("--admin-password")};
+}
+
 void ShowProgress(const QString& what, qint64 done, qint64 total) {
     if (total == 0) return Say(stderr, what + "\n");
     constexpr int kWidth = 30;
@@ -155,6 +187,7 @@ int Create(Arguments& arguments, const Tree& tree, const QString& programFolder)
     order.manualSource = ":/manual";
     if (arguments.Has("--empty") == arguments.Has("--demo")) return UsageError("create takes --empty or --demo.");
     const DemoSizes sizes = TakeSizes(arguments);
+    order.server = TakeServerOrder(arguments);
     if (!arguments.error.isEmpty()) return UsageError(arguments.error);
     if (arguments.Has("--demo")) order.demo = sizes;
     if (arguments.Has("--progress") || isatty(STDERR_FILENO)) order.progress = ShowProgress;
@@ -170,7 +203,8 @@ int SetPin(const Arguments& arguments, const Tree& tree) {
         return UsageError("pin takes --staff or --privilege.");
     if (arguments.Has("--site") && !arguments.Has("--privilege")) return UsageError("--site goes with --privilege.");
     if (!arguments.Has("--pin")) return UsageError("--pin is missing.");
-    const PinOrder order{arguments.Value("--staff"), arguments.Value("--site"), *arguments.Value("--pin")};
+    const PinOrder order{arguments.Value("--staff"), arguments.Value("--site"), *arguments.Value("--pin"),
+                         TakeAdmin(arguments)};
     const int code = Finish(StorePin(tree, order));
     const QString warning = PinWarning(order.pin);
     if (code == 0 && !warning.isEmpty()) Say(stderr, warning + "\n");

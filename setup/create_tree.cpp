@@ -11,14 +11,13 @@ namespace {
 
 const QString kUnfinished = ".new";
 
-QString FillConfigStore(const Tree& tree) {
-    StoreFill fill(tree.ConfigStore() + kUnfinished, session::EnvironmentTables());
-    FillEnvironment(fill);
+QString FillConfigStore(const CreateOrder& order) {
+    StoreFill fill(order.tree.ConfigStore() + kUnfinished, session::EnvironmentTables());
+    FillEnvironment(fill, order.server ? &*order.server : nullptr);
     return fill.Finish();
 }
 
-QString FillMainStore(const CreateOrder& order) {
-    StoreFill fill(order.tree.MainStore() + kUnfinished, session::MainTables());
+void FillMain(StoreFill& fill, const CreateOrder& order) {
     if (order.demo) {
         const DemoWorld world(*order.demo);
         FillDemoMasters(fill, world);
@@ -29,6 +28,12 @@ QString FillMainStore(const CreateOrder& order) {
     } else {
         FillCompany(fill);
     }
+}
+
+QString MakeMainStore(const CreateOrder& order) {
+    if (order.server) return MakeServerStore(*order.server, [&](StoreFill& fill) { FillMain(fill, order); });
+    StoreFill fill(order.tree.MainStore() + kUnfinished, session::MainTables());
+    FillMain(fill, order);
     return fill.Finish();
 }
 
@@ -56,9 +61,10 @@ QString CreateTree(const CreateOrder& order) {
     if (problem.isEmpty() && QFile::exists(order.manualSource + "/manual.md"))
         problem = WriteManual(order.manualSource, tree.Folder("manual"));
     if (problem.isEmpty()) problem = MakePinKeyOf(tree);
-    if (problem.isEmpty()) problem = FillConfigStore(tree);
-    if (problem.isEmpty()) problem = FillMainStore(order);
-    if (problem.isEmpty() && !(TakePlace(tree.MainStore()) && TakePlace(tree.ConfigStore())))
+    if (problem.isEmpty()) problem = FillConfigStore(order);
+    if (problem.isEmpty()) problem = MakeMainStore(order);
+    const bool inTree = !order.server;
+    if (problem.isEmpty() && !((!inTree || TakePlace(tree.MainStore())) && TakePlace(tree.ConfigStore())))
         problem = "The databases can't take their places in " + tree.root + ".";
     for (const QString& file : {tree.ConfigStore(), tree.MainStore()})
         QFile::remove(file + kUnfinished);

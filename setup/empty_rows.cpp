@@ -1,5 +1,7 @@
 #include "setup/empty_rows.h"
 
+#include "setup/server_store.h"
+
 #include "setup/tree.h"
 
 namespace setup {
@@ -12,10 +14,15 @@ const std::vector<Series>& NumberSeries() {
     return series;
 }
 
-void FillEnvironment(StoreFill& fill) {
-    // The path is relative, so that a tree can be moved.
-    fill.AddRow("データベース定義", {"情報種類", "db", "dbmw", "プロバイダ名", "データソース名"},
-                {"GNR", "A", "", "SQLite", "data/gnrdb.accdb"});
+void FillEnvironment(StoreFill& fill, const ServerOrder* server) {
+    if (server)
+        fill.AddRow(
+            "データベース定義",
+            {"情報種類", "db", "dbmw", "プロバイダ名", "サーバー名", "データベース名", "ユーザーID", "パスワード"},
+            {"GNR", "S", "", "PostgreSQL", server->server, server->database, server->user, server->password});
+    else  // The path is relative, so that a tree can be moved.
+        fill.AddRow("データベース定義", {"情報種類", "db", "dbmw", "プロバイダ名", "データソース名"},
+                    {"GNR", "A", "", "SQLite", "data/gnrdb.accdb"});
     fill.AddRow("動作環境定義",
                 {"動作環境定義ID", "運用事業所コード", "インストール区分", "CL更新実行区分", "バックアップ方法",
                  "バックアップ日指定", "月曜バックアップ", "火曜バックアップ", "水曜バックアップ", "木曜バックアップ",

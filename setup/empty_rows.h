@@ -7,8 +7,10 @@
 // The least rows with which the client starts.
 namespace setup {
 
-/// Where the main store lies, the environment row and the menu row.
-void FillEnvironment(StoreFill& fill);
+struct ServerOrder;
+
+/// Where the main store lies (on the server, or in the tree when there is none), the environment row and the menu row.
+void FillEnvironment(StoreFill& fill, const ServerOrder* server = nullptr);
 
 /// Words of the company and its head office that a filled installation has and an empty one lacks.
 struct CompanyWords {

@@ -38,7 +38,7 @@ QString StorePrivilegePin(store::Connection& main, const std::optional<QString>&
 }  // namespace
 
 QString StorePin(const Tree& tree, const PinOrder& order) {
-    const OpenTree open = OpenStores(tree);
+    const OpenTree open = OpenStores(tree, order.admin);
     if (!open.main) return open.problem;
     const auto stored = identity::EncodePin(order.pin, tree.PinKey());
     if (!stored) return "The PIN key " + tree.PinKey() + " can't be read.";

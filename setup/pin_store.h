@@ -11,6 +11,8 @@ struct PinOrder {
     std::optional<QString> staff;
     std::optional<QString> site;  ///< of the privilege PIN; nothing for the company and every site
     QString pin;
+    /// Who stores it on a server: the client's own login has no right to.
+    std::optional<ServerAdmin> admin;
 };
 
 /// Stores the PIN, enciphered, as it was given. Gives the words of what went wrong; empty on success. A staff member or

@@ -2,7 +2,9 @@
 
 #include <QFile>
 
+#include "session/server_schema.h"
 #include "store/create_store.h"
+#include "store/postgres_dialect.h"
 
 namespace setup {
 namespace {
@@ -25,12 +27,12 @@ RowSink::RowSink(StoreFill& fill, const QString& table, const QStringList& colum
     : fill_(fill), width_(columns.size()) {
     QStringList all = columns;
     const session::Table* description = session::FindTable(table);
-    for (const QString& column : description ? description->ColumnNames() : QStringList())
-        if (!columns.contains(column)) {
-            all << column;
-            blanks_ += ",''";
+    for (const session::Column& column : description ? description->columns : std::vector<session::Column>())
+        if (!columns.contains(column.name)) {
+            all << column.name;
+            blanks_ += column.integer ? ",NULL" : ",''";
         }
-    head_ = QString("INSERT INTO [%1] ([%2]) VALUES ").arg(table, all.join("],["));
+    head_ = QString("INSERT INTO \"%1\" (\"%2\") VALUES ").arg(table, all.join("\",\""));
 }
 
 // Binding dozens of values a row costs the driver several times what the engine needs to read them as text, so the rows
@@ -59,7 +61,11 @@ void RowSink::Flush() {
     pending_.resize(0);
 }
 
-StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tables) : path_(path), tables_(tables) {
+StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tables)
+    : path_(path),
+      tables_(tables),
+      tableStatements_([](const session::Table& table) { return QStringList(session::CreateTableStatement(table)); }),
+      indexStatements_(session::CreateIndexStatements) {
     if (QFile::exists(path) && !QFile::remove(path)) {
         problem_ = path + " can't be replaced.";
         return;
@@ -70,9 +76,28 @@ StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tab
     writer_ = store::BulkWriter::Open(path, fault);
     Note(writer_ != nullptr, fault);
     Run(QString("PRAGMA user_version = %1").arg(session::kSchemaVersion));
+    MakeTables();
+}
+
+StoreFill::StoreFill(std::unique_ptr<store::BulkWriter> server, const QString& name,
+                     const std::vector<session::Table>& tables)
+    : path_(name),
+      tables_(tables),
+      tableStatements_(session::ServerTableStatements),
+      indexStatements_(session::ServerIndexStatements),
+      writer_(std::move(server)) {
+    Run(QString("COMMENT ON SCHEMA public IS 'katsudo-techo %1'").arg(session::kSchemaVersion));
+    for (const QString& function : store::FoldFunctions())
+        Run(function);
+    MakeTables();
+}
+
+void StoreFill::MakeTables() {
+    store::Fault fault;
     if (!Failed()) Note(writer_->Begin(fault), fault);
     for (const session::Table& table : tables_)
-        Run(session::CreateTableStatement(table));
+        for (const QString& statement : tableStatements_(table))
+            Run(statement);
 }
 
 RowSink& StoreFill::Rows(const QString& table, const QStringList& columns) {
@@ -87,7 +112,7 @@ QString StoreFill::Finish() {
     store::Fault fault;
     if (!Failed()) Note(writer_->Commit(fault), fault);
     for (const session::Table& table : tables_)
-        for (const QString& statement : session::CreateIndexStatements(table))
+        for (const QString& statement : indexStatements_(table))
             Run(statement);
     Run("ANALYZE");
     sinks_.clear();

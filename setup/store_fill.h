@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -38,6 +39,11 @@ class StoreFill {
     /// Makes the file (an older one is replaced) with its tables, still without indexes.
     StoreFill(const QString& path, const std::vector<session::Table>& tables);
 
+    /// Makes the tables and the functions that their indexes call in an empty database of a server; `name` is for
+    /// words of faults.
+    StoreFill(std::unique_ptr<store::BulkWriter> server, const QString& name,
+              const std::vector<session::Table>& tables);
+
     /// The sink stays valid as long as this object.
     RowSink& Rows(const QString& table, const QStringList& columns);
     /// One row whose columns are named.
@@ -57,8 +63,13 @@ class StoreFill {
     void Run(const QString& statement);
     void CountRows(int rows);
 
+    void MakeTables();
+
     QString path_;
     std::vector<session::Table> tables_;
+    /// The engine's own statements for a table, and for its further indexes.
+    std::function<QStringList(const session::Table&)> tableStatements_;
+    std::function<QStringList(const session::Table&)> indexStatements_;
     std::unique_ptr<store::BulkWriter> writer_;
     std::map<QString, std::unique_ptr<RowSink>> sinks_;
     int uncommitted_ = 0;

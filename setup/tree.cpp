@@ -14,17 +14,29 @@ QString FindStore(const QString& base) {
     return {};
 }
 
-std::unique_ptr<store::Connection> OpenMain(const Tree& tree, OpenTree& open) {
+// As the client composes it.
+QString MainConnectionString(store::Connection& config, const QString& kind, const std::optional<ServerAdmin>& admin) {
+    const auto value = [&config](const QString& column) {
+        return ReadValue(config, "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'", column).trimmed();
+    };
+    const bool server = kind == "S";
+    const bool asAdmin = server && admin;
+    const QString text =
+        QString("Provider=%1;User ID=%2;Password=%3;Data Source=%4;")
+            .arg(value("プロバイダ名"), asAdmin ? admin->user : value("ユーザーID"),
+                 asAdmin ? admin->password : value("パスワード"), value(server ? "サーバー名" : "データソース名"));
+    return server ? text + "Initial Catalog=" + value("データベース名") + ";" : text;
+}
+
+std::unique_ptr<store::Connection> OpenMain(const Tree& tree, OpenTree& open, const std::optional<ServerAdmin>& admin) {
     const QString sql = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
     open.dbKind = ReadValue(*open.config, sql, "db");
-    const QString provider = ReadValue(*open.config, sql, "プロバイダ名").trimmed();
-    const QString source = ReadValue(*open.config, sql, "データソース名").trimmed();
-    if (provider.isEmpty()) {
+    if (ReadValue(*open.config, sql, "プロバイダ名").trimmed().isEmpty()) {
         open.problem = "The environment store has no row データベース定義 'GNR' with a provider.";
         return nullptr;
     }
     store::Fault fault;
-    auto main = store::OpenConnection(QString("Provider=%1;Data Source=%2;").arg(provider, source), tree.root, fault);
+    auto main = store::OpenConnection(MainConnectionString(*open.config, open.dbKind, admin), tree.root, fault);
     if (!main) open.problem = "The main store can't be opened: " + fault.description;
     return main;
 }
@@ -56,7 +68,7 @@ QString MakeFolders(const Tree& tree, const QString& clientFile) {
     return {};
 }
 
-OpenTree OpenStores(const Tree& tree) {
+OpenTree OpenStores(const Tree& tree, const std::optional<ServerAdmin>& admin) {
     OpenTree open;
     const QString config = FindStore(tree.root + "/conf/usrcnfg");
     if (config.isEmpty()) {
@@ -69,7 +81,7 @@ OpenTree OpenStores(const Tree& tree) {
         open.problem = "The environment store can't be opened: " + fault.description;
         return open;
     }
-    open.main = OpenMain(tree, open);
+    open.main = OpenMain(tree, open, admin);
     return open;
 }
 

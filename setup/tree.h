@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 #include "identity/stored_pin.h"
 #include "store/connection.h"
@@ -31,6 +32,11 @@ struct Tree {
 /// copy is replaced. Gives the words of what went wrong; empty on success.
 QString MakeFolders(const Tree& tree, const QString& clientFile);
 
+/// Who may change everything on a server.
+struct ServerAdmin {
+    QString user, password;
+};
+
 /// The stores of an existing tree as its own tables name them.
 struct OpenTree {
     std::unique_ptr<store::Connection> config;
@@ -38,7 +44,8 @@ struct OpenTree {
     QString dbKind;
     QString problem;  ///< why `config` or `main` is null, in words
 };
-OpenTree OpenStores(const Tree& tree);
+/// With an `admin`, a main store on a server is opened by that login in place of the client's own.
+OpenTree OpenStores(const Tree& tree, const std::optional<ServerAdmin>& admin = {});
 
 /// The first row's value of a column; the empty text when there is no row, no such column, a Null or a fault.
 QString ReadValue(store::Connection& connection, const QString& sql, const QString& column);

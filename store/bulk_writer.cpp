@@ -2,12 +2,35 @@
 
 #include <QFileInfo>
 
+#include "store/postgres_link.h"
 #include "store/sqlite_file.h"
 
 namespace store {
-BulkWriter::BulkWriter(std::unique_ptr<SqliteFile> file) : file_(std::move(file)) {}
+namespace {
 
-BulkWriter::~BulkWriter() = default;
+class SqliteBulkWriter : public BulkWriter {
+  public:
+    explicit SqliteBulkWriter(std::unique_ptr<SqliteFile> file) : file_(std::move(file)) {}
+
+    bool Run(const QString& sql, Fault& fault) override { return file_->Run(sql, fault); }
+    bool Begin(Fault& fault) override { return Run(QStringLiteral("BEGIN IMMEDIATE"), fault); }
+
+  private:
+    std::unique_ptr<SqliteFile> file_;
+};
+
+class PostgresBulkWriter : public BulkWriter {
+  public:
+    explicit PostgresBulkWriter(std::unique_ptr<PostgresLink> link) : link_(std::move(link)) {}
+
+    bool Run(const QString& sql, Fault& fault) override { return link_->Run(sql, fault); }
+    bool Begin(Fault& fault) override { return Run(QStringLiteral("BEGIN"), fault); }
+
+  private:
+    std::unique_ptr<PostgresLink> link_;
+};
+
+}  // namespace
 
 std::unique_ptr<BulkWriter> BulkWriter::Open(const QString& path, Fault& fault) {
     if (!QFileInfo(path).isFile()) {
@@ -22,19 +45,14 @@ std::unique_ptr<BulkWriter> BulkWriter::Open(const QString& path, Fault& fault) 
             return nullptr;
         }
     }
-    return std::unique_ptr<BulkWriter>(new BulkWriter(std::move(file)));
+    return std::make_unique<SqliteBulkWriter>(std::move(file));
 }
 
-bool BulkWriter::Run(const QString& sql, Fault& fault) {
-    return file_->Run(sql, fault);
-}
-
-bool BulkWriter::Begin(Fault& fault) {
-    return file_->Run(QStringLiteral("BEGIN IMMEDIATE"), fault);
-}
-
-bool BulkWriter::Commit(Fault& fault) {
-    return file_->Run(QStringLiteral("COMMIT"), fault);
+std::unique_ptr<BulkWriter> BulkWriter::Open(const PostgresLogin& login, Fault& fault) {
+    auto link = PostgresLink::Open(login, {}, fault);
+    const QString haste = QStringLiteral("SET synchronous_commit = off; SET maintenance_work_mem = '256MB'");
+    if (!link || !link->Run(haste, fault)) return nullptr;
+    return std::make_unique<PostgresBulkWriter>(std::move(link));
 }
 
 }  // namespace store

@@ -132,6 +132,29 @@ void Append(Letter letter, std::vector<Letter>& letters) {
     letters.push_back(letter);
 }
 
+void Encode(Letter c, std::string& text) {
+    const auto tail = [&text](Letter bits) { text += static_cast<char>(0x80 | (bits & 0x3F)); };
+    if (c < 0x80) {
+        text += static_cast<char>(c);
+    } else if (c < 0x800) {
+        text += static_cast<char>(0xC0 | c >> 6), tail(c);
+    } else if (c < 0x10000) {
+        text += static_cast<char>(0xE0 | c >> 12), tail(c >> 6), tail(c);
+    } else if (c < kBrokenByte) {
+        text += static_cast<char>(0xF0 | c >> 18), tail(c >> 12), tail(c >> 6), tail(c);
+    } else {
+        text += static_cast<char>(c - kBrokenByte);
+    }
+}
+
+void AppendFolding(Letter first, Letter end, FoldTexts& texts) {
+    for (Letter c = first; c < end; ++c) {
+        if (Fold(c) == c) continue;
+        Encode(c, texts.from);
+        Encode(Fold(c), texts.to);
+    }
+}
+
 }  // namespace
 
 void FoldLetters(std::string_view text, std::vector<Letter>& letters) {
@@ -185,6 +208,57 @@ bool LikePattern::MatchesLetters() const {
         retryText = t;
     }
     return true;
+}
+
+std::optional<std::string> LikePattern::Folded() const {
+    if (dangling_) return std::nullopt;
+    std::string text;
+    for (const Letter letter : pattern_) {
+        if (letter == '%' || letter == '_' || letter == '\\') text += '\\';
+        if (letter == kAnyLetters || letter == kOneLetter)
+            text += letter == kAnyLetters ? '%' : '_';
+        else
+            Encode(letter, text);
+    }
+    return text;
+}
+
+std::vector<std::string> LikePattern::Pieces() const {
+    std::vector<std::string> pieces;
+    const auto plain = [this](std::size_t i) {
+        return i < pattern_.size() && pattern_[i] != kAnyLetters && pattern_[i] != kOneLetter;
+    };
+    for (std::size_t i = 0; i < pattern_.size(); ++i) {
+        const bool lone = !plain(i + 1) && (i == 0 || !plain(i - 1));
+        if (!plain(i) || (!plain(i + 1) && !lone)) continue;
+        Encode(pattern_[i], pieces.emplace_back());
+        if (!lone) Encode(pattern_[i + 1], pieces.back());
+    }
+    return pieces;
+}
+
+FoldTexts KanaFoldTexts() {
+    FoldTexts texts;
+    AppendFolding(0x2212, 0x2213, texts);
+    AppendFolding(kKanaFirst, kKanaEnd, texts);
+    return texts;
+}
+
+FoldTexts WidthFoldTexts() {
+    FoldTexts texts;
+    AppendFolding(kWidthFirst, kWidthEnd, texts);
+    return texts;
+}
+
+std::vector<std::pair<std::string, std::string>> VoicedPairs() {
+    std::vector<std::pair<std::string, std::string>> pairs;
+    for (Letter kana = kKanaFirst; kana < kKanaEnd; ++kana)
+        for (const Letter mark : {kVoicedMark, kHalfVoicedMark})
+            if (const Letter marked = Marked(kana, mark)) {
+                auto& [two, one] = pairs.emplace_back();
+                Encode(kana, two), Encode(mark, two), Encode(marked, one);
+            }
+    return pairs;
 }
 
 std::optional<Letter> OnlyCharacter(std::string_view text) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,14 @@ class LikePattern {
     /// Takes time for the length of the text times that of the pattern at worst. Not for two threads at a time.
     bool Matches(std::string_view text);
 
+    /// The pattern for an engine that compares folded texts by itself, as UTF-8: its wildcards, the folded letters, and
+    /// a backslash before each letter that would be a wildcard there. Nothing when it matches nothing.
+    std::optional<std::string> Folded() const;
+
+    /// What the folded text must hold for the pattern to match, as UTF-8: each two letters that stand side by side in
+    /// it, and each letter alone that has a wildcard on both sides. Empty for wildcards alone.
+    std::vector<std::string> Pieces() const;
+
   private:
     bool MatchesLetters() const;
 
@@ -38,5 +47,18 @@ class LikePattern {
 
 /// The code point of a text of exactly one character, such as that behind ESCAPE; nothing for any other text.
 std::optional<Letter> OnlyCharacter(std::string_view text);
+
+/// The characters that fold to one other, and what each becomes, for an engine that is told the fold as two texts of
+/// the same number of characters. What a voiced mark makes of the kana before it comes on top: see VoicedPairs().
+struct FoldTexts {
+    std::string from;
+    std::string to;
+};
+/// Those of the hiragana and signs (U+3000 to U+30FF and the minus sign), and those of the two widths (U+FF00 on).
+FoldTexts KanaFoldTexts();
+FoldTexts WidthFoldTexts();
+
+/// Each folded kana with a mark behind it, and the one letter that both are.
+std::vector<std::pair<std::string, std::string>> VoicedPairs();
 
 }  // namespace store

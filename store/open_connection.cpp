@@ -5,6 +5,7 @@
 
 #include "store/connection.h"
 #include "store/connection_string.h"
+#include "store/postgres_connection.h"
 #include "store/sqlite_connection.h"
 
 namespace store {
@@ -43,6 +44,15 @@ QString FileMark(const ConnectionString& parts, const QString& installRoot) {
     return mark;
 }
 
+std::unique_ptr<Connection> OpenServer(const ConnectionString& parts, const QString&, Fault& fault, int patience) {
+    const PostgresLogin login = LoginOf(parts);
+    if (login.database.isEmpty()) {
+        fault = {0, QStringLiteral("接続文字列にデータベース名がありません。")};
+        return nullptr;
+    }
+    return OpenPostgresConnection(login, fault, patience);
+}
+
 struct Provider {
     QLatin1String name;
     Opener open;
@@ -54,6 +64,7 @@ constexpr std::array kProviders = {
     Provider{QLatin1String("Microsoft.ACE.OLEDB.12.0"), OpenFile, FileMark},
     Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile, FileMark},
     Provider{QLatin1String("SQLite"), OpenFile, FileMark},
+    Provider{QLatin1String("PostgreSQL"), OpenServer, nullptr},
 };
 
 const Provider* ProviderOf(const ConnectionString& parts) {

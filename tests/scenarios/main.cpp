@@ -1,4 +1,5 @@
-// Plays every scenario file, without windows and with them; both must give the same answers.
+// Plays every scenario file, without windows and with them, and with the main store on a server: all must give the same
+// answers.
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -26,7 +27,15 @@ class Scenario : public testing::TestWithParam<std::string> {
         office_ = new QTemporaryDir;
         ASSERT_EQ(scenario::MakeOffice(office_->path() + "/office"), QString());
     }
-    static void TearDownTestSuite() { delete office_; }
+    static void TearDownTestSuite() {
+        scenario::DropServerStore(ServerOffice());
+        delete office_;
+    }
+
+    static QString ServerOffice() { return office_->path() + "/server_office"; }
+    static QString Database(const char* name) {
+        return QString("%1_%2").arg(name).arg(QCoreApplication::applicationPid());
+    }
 
     static std::vector<QJsonObject> Play(const QString& file, bool window) {
         const QTemporaryDir place;
@@ -37,6 +46,25 @@ class Scenario : public testing::TestWithParam<std::string> {
         return player.Answers();
     }
 
+    static std::vector<QJsonObject> PlayOnServer(const QString& file) {
+        if (!QFile::exists(ServerOffice())) {
+            EXPECT_EQ(scenario::MakeOffice(ServerOffice(), Database("office")).toStdString(), "");
+        }
+        const QTemporaryDir place;
+        const QString root = place.path() + "/office";
+        EXPECT_TRUE(scenario::CopyTree(ServerOffice(), root, Database("play")));
+        scenario::ScenarioPlayer player(root, false, true);
+        player.Play(file);
+        scenario::DropServerStore(root);
+        return player.Answers();
+    }
+
+    static void ExpectSame(const std::vector<QJsonObject>& first, const std::vector<QJsonObject>& second) {
+        ASSERT_EQ(first.size(), second.size());
+        for (std::size_t index = 0; index < first.size(); ++index)
+            ASSERT_EQ(scenario::Difference(first[index], second[index]).toStdString(), "") << "answer " << index + 1;
+    }
+
     static inline QTemporaryDir* office_ = nullptr;
 };
 
@@ -44,10 +72,17 @@ TEST_P(Scenario, GivesTheSameAnswersWithAndWithoutWindows) {
     const QString file = QString::fromStdString(GetParam());
     const std::vector<QJsonObject> headless = Play(file, false);
     ASSERT_FALSE(HasFailure()) << "without windows";
-    const std::vector<QJsonObject> drawn = Play(file, true);
-    ASSERT_EQ(headless.size(), drawn.size());
-    for (std::size_t index = 0; index < headless.size(); ++index)
-        ASSERT_EQ(scenario::Difference(headless[index], drawn[index]).toStdString(), "") << "answer " << index + 1;
+    ExpectSame(headless, Play(file, true));
+}
+
+TEST_P(Scenario, GivesTheSameAnswersOnAServer) {
+    if (scenario::TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+    const QString file = QString::fromStdString(GetParam());
+    const std::vector<QJsonObject> served = PlayOnServer(file);
+    ASSERT_FALSE(HasFailure()) << "on the server";
+    const std::vector<QJsonObject> fromFile = Play(file, false);
+    // A file may be for one of the two only.
+    if (!served.empty() && !fromFile.empty()) ExpectSame(fromFile, served);
 }
 
 std::vector<std::string> Parameters() {

@@ -68,6 +68,7 @@ void ScenarioPlayer::Play(const QString& file) {
         SCOPED_TRACE(QStringLiteral("%1:%2 %3").arg(file).arg(number).arg(QString::fromUtf8(line)).toStdString());
         const QJsonDocument document = QJsonDocument::fromJson(line);
         ASSERT_TRUE(document.isObject()) << "not a JSON object";
+        if (document["only"].toString(Engine()) != Engine()) return;
         CheckCarriedOut(document.object());
         PlayLine(document.object());
     }
@@ -132,6 +133,9 @@ void ScenarioPlayer::RunSetup(const QJsonArray& words) const {
     for (const QJsonValue& word : words)
         arguments << word.toString();
     arguments << "--root" << root_;
+    if (server_ && arguments[0] == "pin")
+        arguments << "--admin-user"
+                  << "katsudo_admin";
     EXPECT_EQ(setup::RunSetup(arguments, QCoreApplication::applicationDirPath()), 0);
 }
 
@@ -168,12 +172,15 @@ void ScenarioPlayer::CheckStored(const QJsonObject& line) const {
 
 void ScenarioPlayer::PlayLine(const QJsonObject& line) {
     const QString client = line["as"].toString();
+    if (line.contains("only")) return;
     if (line.contains("start")) {
         Start(client, line["start"].toObject());
     } else if (line.contains("kill")) {
         drivers_.erase(client);
     } else if (line.contains("lock")) {
         Lock(line["lock"].toString(), line["milliseconds"].toInt());
+    } else if (line.contains("server")) {
+        EXPECT_EQ(LetIn(root_, line["server"].toString() == "back").toStdString(), "");
     } else if (line.contains("setup")) {
         RunSetup(line["setup"].toArray());
     } else if (line.contains("file")) {
@@ -183,7 +190,7 @@ void ScenarioPlayer::PlayLine(const QJsonObject& line) {
     } else if (line.contains("present")) {
         CheckPresent(line["present"].toObject());
     } else if (line.contains("execute")) {
-        EXPECT_EQ(Execute(root_, line["store"].toString(), line["execute"].toString()), QString());
+        EXPECT_EQ(Execute(root_, line["store"].toString(), line["execute"].toString()).toStdString(), "");
     } else if (line.contains("select")) {
         CheckStored(line);
     } else if (line.contains("expect")) {

@@ -124,16 +124,40 @@ QString Literal(const char* text) {
     return "'" + QString::fromUtf8(text).replace("'", "''") + "'";
 }
 
-TEST(KanaLike, FindsATextHoweverItIsWritten) {
-    OpenStore db;
+class KanaLikeOnEngine : public OnEngine {};
+
+TEST_P(KanaLikeOnEngine, FindsATextHoweverItIsWritten) {
+    OpenStore db(GetParam());
+    db.Do("CREATE TABLE t (stored TEXT, inside TEXT)");
     for (const auto& [typed, stored, same] : kPairs) {
-        EXPECT_EQ(db.Rows("SELECT " + Literal(stored) + " LIKE " + Literal(typed)), same ? "1" : "0")
-            << typed << " for " << stored;
-        const QString inside = QString("SELECT '東京' || %1 || '本店' NOT LIKE '%' || %2 || '%'");
+        db.Do("DELETE FROM t");
+        db.Do(QString("INSERT INTO t VALUES (%1, '東京' || %1 || '本店')").arg(Literal(stored)));
+        const QString whole = "SELECT COUNT(*) AS n FROM t WHERE stored %1 " + Literal(typed);
+        EXPECT_EQ(db.Rows(whole.arg("LIKE")), same ? "1" : "0") << typed << " for " << stored;
+        EXPECT_EQ(db.Rows(whole.arg("NOT LIKE")), same ? "0" : "1") << typed << " for " << stored;
         if (!same) continue;
-        EXPECT_EQ(db.Rows(inside.arg(Literal(stored), Literal(typed))), "0") << typed << " inside " << stored;
+        // As a literal, and put together.
+        const QString pieces = "'%' || " + Literal(typed) + " || '%'";
+        for (const QString& pattern : {QString("'%") + Literal(typed).mid(1).chopped(1) + "%'", pieces})
+            EXPECT_EQ(db.Rows("SELECT COUNT(*) AS n FROM t WHERE inside LIKE " + pattern), "1")
+                << typed << " inside " << stored;
     }
 }
+
+TEST_P(KanaLikeOnEngine, TakesSignsNullsAndEscapesAsTheyAre) {
+    OpenStore db(GetParam());
+    db.Do("CREATE TABLE t (a TEXT)");
+    db.Do("INSERT INTO t VALUES ('100%\\x'), ('5_0'), ('50'), (NULL)");
+    const std::vector<std::pair<QString, QString>> cases = {
+        {"a LIKE '%\\%'", "100%\\x"},        {"a LIKE '5_0'", "5_0"},       {"a LIKE '5％'", ""},
+        {"a LIKE '5!_0' ESCAPE '!'", "5_0"}, {"a LIKE '5%'", "50;5_0"},     {"a NOT LIKE '5%'", "100%\\x"},
+        {"a LIKE '1%' || 'x'", "100%\\x"},   {"a LIKE '5!' ESCAPE '!'", ""}};
+    for (const auto& [condition, rows] : cases)
+        EXPECT_EQ(db.Rows("SELECT a FROM t WHERE " + condition + " ORDER BY a"), rows) << condition.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, KanaLikeOnEngine, testing::Values(kSqlite, kPostgres),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST(KanaLike, ActsAsTheEnginesOwnOnNullsNumbersAndEscapes) {
     OpenStore db;

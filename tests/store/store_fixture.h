@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <ostream>
 
 #include "store/connection.h"
 #include "store/create_store.h"
+#include "store/postgres_dialect.h"
+#include "store/postgres_link.h"
 
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
@@ -22,6 +25,7 @@ inline void PrintTo(const Fault& fault, std::ostream* out) {
 struct Engine {
     const char* name;
     QString (*make)(const QString& folder);  ///< the connection string; empty on failure
+    const char* begin;                       ///< starts a transaction that writes
 };
 
 inline QString MakeSqlite(const QString& folder) {
@@ -32,10 +36,47 @@ inline QString MakeSqlite(const QString& folder) {
                : QString();
 }
 
+/// The folder of the test server's socket; empty when none was started (scripts/test_server.sh).
+inline QString TestServer() {
+    return qEnvironmentVariable("KATSUDO_TEST_SERVER");
+}
+
+/// A new database on the test server, with the functions that LIKE needs; its administrator needs no password.
+inline QString MakePostgres(const QString&) {
+    static int count = 0;
+    const QString name = QStringLiteral("store_%1_%2").arg(QCoreApplication::applicationPid()).arg(++count);
+    PostgresLogin login{TestServer(), 0, QStringLiteral("postgres"), QStringLiteral("katsudo_admin"), {}};
+    Fault fault;
+    auto link = PostgresLink::Open(login, {}, fault);
+    bool made = link && link->Run(QStringLiteral("CREATE DATABASE %1 TEMPLATE template0 ENCODING 'UTF8' LC_COLLATE 'C' "
+                                                 "LC_CTYPE 'C.UTF-8'")
+                                      .arg(name),
+                                  fault);
+    login.database = name;
+    link = made ? PostgresLink::Open(login, {}, fault) : nullptr;
+    made = link != nullptr;
+    for (const QString& function : FoldFunctions())
+        made = made && link->Run(function, fault);
+    EXPECT_TRUE(made) << fault.description.toStdString();
+    return QStringLiteral("Provider=PostgreSQL;User ID=katsudo_admin;Password=;Data Source=%1;Initial Catalog=%2;")
+        .arg(TestServer(), name);
+}
+
+inline const Engine kSqlite{"sqlite", MakeSqlite, "BEGIN IMMEDIATE"};
+inline const Engine kPostgres{"postgresql", MakePostgres, "BEGIN"};
+
+/// Tests on every engine. That of a server is left out where none was started; "./test" starts one.
+class OnEngine : public testing::TestWithParam<Engine> {
+  protected:
+    void SetUp() override {
+        if (GetParam().make == MakePostgres && TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+    }
+};
+
 /// A fresh store of an engine with one open connection.
 class OpenStore {
   public:
-    explicit OpenStore(const Engine& engine = {"sqlite", MakeSqlite}) : text_(engine.make(folder_.path())) {
+    explicit OpenStore(const Engine& engine = kSqlite) : text_(engine.make(folder_.path())) {
         connection_ = Another();
         EXPECT_TRUE(connection_);
     }

@@ -1,0 +1,111 @@
+#include "store/postgres_connection.h"
+
+#include <QSqlRecord>
+#include <QVariant>
+#include <algorithm>
+
+#include "store/postgres_dialect.h"
+
+namespace store {
+namespace {
+
+constexpr int kImpatience = 1000;          // milliseconds
+constexpr int kLongestStatement = 60'000;  // milliseconds
+constexpr int kConnectSeconds = 10;
+constexpr int kImpatientConnectSeconds = 2;  // the least that the driver takes
+
+const QString kLockNotAvailable = QStringLiteral("55P03");
+
+class PostgresConnection : public Connection {
+  public:
+    PostgresConnection(PostgresLogin login, std::unique_ptr<PostgresLink> link, int patience)
+        : login_(std::move(login)), link_(std::move(link)), patience_(patience) {}
+
+    std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
+        const auto written = Prepare(sql, fault);
+        if (!written) return nullptr;
+        QSqlQuery query = link_->NewQuery();
+        std::unique_ptr<Recordset> rows;
+        if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
+        query = QSqlQuery();
+        Learn(rows != nullptr, fault);
+        return rows;
+    }
+
+    bool Execute(const QString& sql, Fault& fault) override {
+        const auto written = Prepare(sql, fault);
+        if (!written) return false;
+        const bool done = link_->Run(*written, fault);
+        Learn(done, fault);
+        return done;
+    }
+
+    void Close() override {
+        closed_ = true;
+        link_.reset();
+    }
+
+  private:
+    // The statement as the engine takes it, once there is a link to run it on.
+    std::optional<QString> Prepare(const QString& sql, Fault& fault) {
+        if (closed_) {
+            fault = {0, QStringLiteral("データベースの接続は閉じています。")};
+            return std::nullopt;
+        }
+        const auto written = ToPostgres(sql, fault);
+        return written && (link_ || Reopen(fault)) ? written : std::nullopt;
+    }
+
+    // Who waited for the server in vain once shall not wait as long before every further statement.
+    bool Reopen(Fault& fault) {
+        link_ = PostgresLink::Open(login_, {patience_, kLongestStatement}, fault,
+                                   reachable_ ? kConnectSeconds : kImpatientConnectSeconds);
+        reachable_ = link_ != nullptr;
+        patient_ = true;
+        return reachable_;
+    }
+
+    void Learn(bool done, const Fault& fault) {
+        const QString code = done ? QString() : CodeOf(fault);
+        if (!done && link_->IsLost(code)) {
+            link_.reset();
+            return;
+        }
+        // The same for a lock, until a statement gets through again.
+        const bool wanted = done || code != kLockNotAvailable;
+        if (wanted == patient_) return;
+        patient_ = wanted;
+        link_->WaitForLocks(patient_ ? patience_ : std::min(patience_, kImpatience));
+    }
+
+    static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows) {
+        QStringList columns;
+        const QSqlRecord record = query.record();
+        for (int i = 0; i < record.count(); ++i)
+            columns.append(record.fieldName(i));
+        std::vector<Recordset::Row> rows;
+        while (static_cast<int>(rows.size()) < mostRows && query.next()) {
+            Recordset::Row& row = rows.emplace_back();
+            for (int i = 0; i < record.count(); ++i)
+                row.push_back(query.isNull(i) ? std::nullopt : std::optional(query.value(i).toString()));
+        }
+        return std::make_unique<Recordset>(std::move(columns), std::move(rows));
+    }
+
+    PostgresLogin login_;
+    std::unique_ptr<PostgresLink> link_;  // null when it was lost
+    int patience_;                        // milliseconds
+    bool patient_ = true;
+    bool reachable_ = true;
+    bool closed_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience) {
+    auto link = PostgresLink::Open(login, {patience, kLongestStatement}, fault, kConnectSeconds);
+    if (!link) return nullptr;
+    return std::make_unique<PostgresConnection>(login, std::move(link), patience);
+}
+
+}  // namespace store

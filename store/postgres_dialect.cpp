@@ -1,0 +1,345 @@
+#include "store/postgres_dialect.h"
+
+#include <map>
+#include <set>
+
+#include "store/kana_fold.h"
+#include "store/select_shape.h"
+#include "store/sqlite_dialect.h"
+
+namespace store {
+namespace {
+
+using Kind = SqlToken::Kind;
+
+// Words that are no names. Whatever else stands without quotes is one, unless a bracket makes it a function.
+const std::set<QString>& Keywords() {
+    static const QStringList words =
+        QStringLiteral(
+            "ACCESS ADD ALL ALTER ANALYZE AND AS ASC BEGIN BETWEEN BIGINT BY CASCADE CASE CAST CHECK COLUMN "
+            "COMMIT CONSTRAINT CREATE CROSS DATABASE DATE DEFAULT DELETE DESC DISTINCT DROP ELSE END ESCAPE "
+            "EXCEPT EXCLUSIVE EXISTS EXPLAIN FALSE FIRST FOR FORCE FROM FULL FUNCTION GRANT GROUP HAVING IF IN "
+            "INDEX INNER INSERT INTEGER INTERSECT INTO IS ISNULL JOIN KEY LAST LEFT LIKE LIMIT LOCK MODE NATURAL "
+            "NOT NOTNULL NULL NULLS OF OFFSET ON ONLY OR ORDER OUTER OVER PRIMARY RECURSIVE RENAME REPLACE "
+            "RETURNING REVOKE RIGHT ROLLBACK SCHEMA SELECT SET SHARE SHOW TABLE TEMPLATE TEXT THEN TO TRANSACTION "
+            "TRUE TRUNCATE UNION UNIQUE UPDATE USING VALUES VARCHAR VIEW WHEN WHERE WITH")
+            .split(u' ');
+    static const std::set<QString> set(words.begin(), words.end());
+    return set;
+}
+
+QString Utf8(const std::string& text) {
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QString Quote(QString text, QChar mark) {
+    return mark + text.replace(mark, QString(2, mark)) + mark;
+}
+
+QString Literal(const std::string& text) {
+    return Quote(Utf8(text), u'\'');
+}
+
+class Writer {
+  public:
+    explicit Writer(const TokenizedSql& sql) : sql_(sql) {}
+
+    std::optional<QString> Write(Fault& fault) {
+        for (std::size_t i = 0; i < sql_.Size() && problem_.isEmpty(); ++i)
+            Look(i);
+        if (!problem_.isEmpty()) {
+            fault = {0, QStringLiteral("SQL 文を変換できません。") + problem_};
+            return std::nullopt;
+        }
+        return sql_.Size() == 0 ? sql_.Text() : Written(sql_.All());
+    }
+
+  private:
+    struct Like {
+        TokenRange left, right;
+        bool negated = false;
+        std::optional<std::size_t> escape;
+    };
+
+    // Notes what has to change about the clause that begins here.
+    void Look(std::size_t i) {
+        if (sql_.IsSymbol(i, QLatin1String(";")) && i + 1 < sql_.Size())
+            problem_ = QStringLiteral("一度に実行できるのは一文だけです。");
+        else if (sql_.IsWord(i, QLatin1String("LIKE")))
+            NoteLike(i);
+        else if (sql_.IsWord(i, QLatin1String("ORDER")) && sql_.IsWord(i + 1, QLatin1String("BY")))
+            NoteOrder(i + 2);
+        else if (sql_.IsWord(i, QLatin1String("SELECT")))
+            NoteCommas(ShapeOf(sql_, i).from);
+    }
+
+    bool IsAny(std::size_t i, std::initializer_list<const char*> words) const {
+        for (const char* word : words)
+            if (sql_.IsWord(i, QLatin1String(word))) return true;
+        return false;
+    }
+
+    // A comma binds looser than a JOIN here, so the tables before it would be out of the condition's sight.
+    void NoteCommas(TokenRange from) {
+        bool joins = false;
+        std::vector<std::size_t> commas;
+        for (std::size_t i = from.begin; i < from.end; ++i) {
+            joins = joins || sql_.IsWord(i, QLatin1String("JOIN"));
+            if (sql_.IsSymbol(i, QLatin1String(","))) commas.push_back(i);
+            if (sql_.IsSymbol(i, QLatin1String("("))) i = sql_.Closing(i);
+        }
+        for (const std::size_t comma : commas)
+            if (joins) instead_[comma] = QStringLiteral(" CROSS JOIN ");
+    }
+
+    void NoteOrder(std::size_t i) {
+        for (; i < sql_.Size(); ++i) {
+            if (sql_.IsSymbol(i, QLatin1String("("))) i = sql_.Closing(i);
+            const std::size_t next = i + 1;
+            const bool end = next >= sql_.Size() || sql_.IsSymbol(next, QLatin1String(")")) ||
+                             sql_.IsSymbol(next, QLatin1String(";")) ||
+                             IsAny(next, {"LIMIT", "OFFSET", "UNION", "EXCEPT", "INTERSECT", "FOR", "ROWS", "RANGE"});
+            if (end || sql_.IsSymbol(next, QLatin1String(",")))
+                behind_[i] = IsAny(i, {"DESC"})            ? QStringLiteral(" NULLS LAST")
+                             : IsAny(i, {"FIRST", "LAST"}) ? QString()
+                                                           : QStringLiteral(" NULLS FIRST");
+            if (end) return;
+        }
+    }
+
+    void NoteLike(std::size_t at) {
+        Like like;
+        like.negated = at > 0 && sql_.IsWord(at - 1, QLatin1String("NOT"));
+        like.left = {0, like.negated ? at - 1 : at};
+        like.left.begin = OperandBefore(like.left.end);
+        like.right = {at + 1, OperandBehind(at + 1)};
+        if (like.left.Empty() || like.right.Empty()) return;  // a fault of syntax
+        std::size_t end = like.right.end;
+        if (sql_.IsWord(end, QLatin1String("ESCAPE")) && end + 1 < sql_.Size()) {
+            like.escape = end + 1;
+            end += 2;
+        }
+        if (like.escape && (sql_.At(*like.escape).kind != Kind::Text || !IsLiteral(like.right)))
+            problem_ = QStringLiteral("ESCAPE は文字列だけで使えます。");
+        likes_[like.left.begin] = {like, end};
+    }
+
+    bool IsLiteral(TokenRange range) const { return range.Size() == 1 && sql_.At(range.begin).kind == Kind::Text; }
+
+    // Where the operand that ends before `end` begins: pieces joined by "||", each a literal, a name or in brackets.
+    std::size_t OperandBefore(std::size_t end) const {
+        std::size_t at = end;
+        while (at > 0) {
+            std::size_t piece = at - 1;
+            if (sql_.IsSymbol(piece, QLatin1String(")"))) {
+                piece = sql_.Closing(piece);
+                if (piece > 0 && sql_.IsName(piece - 1) && !IsKeyword(piece - 1)) --piece;
+            } else if (!IsValue(piece)) {
+                return end;
+            }
+            while (piece >= 2 && sql_.IsSymbol(piece - 1, QLatin1String(".")) && sql_.IsName(piece - 2))
+                piece -= 2;
+            at = piece;
+            if (at == 0 || !sql_.IsSymbol(at - 1, QLatin1String("||"))) return at;
+            --at;
+        }
+        return end;
+    }
+
+    std::size_t OperandBehind(std::size_t begin) const {
+        std::size_t at = begin;
+        while (at < sql_.Size()) {
+            if (sql_.IsSymbol(at, QLatin1String("("))) {
+                at = sql_.Closing(at) + 1;
+            } else if (!IsValue(at)) {
+                return begin;
+            } else {
+                while (sql_.IsSymbol(at + 1, QLatin1String(".")) && sql_.IsName(at + 2))
+                    at += 2;
+                at = sql_.IsSymbol(at + 1, QLatin1String("(")) ? sql_.Closing(at + 1) + 1 : at + 1;
+            }
+            if (!sql_.IsSymbol(at, QLatin1String("||"))) return at;
+            ++at;
+        }
+        return begin;
+    }
+
+    bool IsValue(std::size_t i) const {
+        if (i >= sql_.Size() || sql_.At(i).kind == Kind::Symbol) return false;
+        return !IsKeyword(i) || sql_.IsWord(i, QLatin1String("NULL"));
+    }
+
+    bool IsKeyword(std::size_t i) const {
+        const bool column = i > 0 && sql_.IsSymbol(i - 1, QLatin1String("."));
+        return sql_.At(i).kind == Kind::Word && !column && Keywords().contains(Token(i).toUpper());
+    }
+
+    QString Token(std::size_t i) const { return sql_.Text().mid(sql_.At(i).start, sql_.At(i).length); }
+
+    QString WrittenLike(const Like& like) const {
+        const QString text = QStringLiteral("(%1)::text").arg(Written(like.left));
+        const QString folded = QStringLiteral("katsudo_fold(%1)").arg(text);
+        const QString negation = like.negated ? QStringLiteral("NOT ") : QString();
+        if (!IsLiteral(like.right))
+            return QStringLiteral("(%1%2 LIKE katsudo_pattern((%3)::text))").arg(negation, folded, Written(like.right));
+        const LikePattern pattern(Content(like.right.begin).toUtf8().toStdString(), Escape(like));
+        const auto written = pattern.Folded();
+        if (!written) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
+        QStringList pieces;
+        for (const std::string& piece : pattern.Pieces())
+            pieces << Literal(piece);
+        const QString compared = folded + QStringLiteral(" LIKE ") + Literal(*written);
+        // Nearly all rows are unlike a text, so no index helps to find them.
+        if (like.negated || pieces.isEmpty()) return u'(' + negation + compared + u')';
+        return QStringLiteral("(katsudo_pieces(%1) @> ARRAY[%2] AND %3)").arg(text, pieces.join(u','), compared);
+    }
+
+    std::optional<Letter> Escape(const Like& like) const {
+        return like.escape ? OnlyCharacter(Content(*like.escape).toUtf8().toStdString()) : std::nullopt;
+    }
+
+    // A literal without its quotes.
+    QString Content(std::size_t i) const {
+        return Token(i).mid(1).chopped(1).replace(QLatin1String("''"), QLatin1String("'"));
+    }
+
+    QString Written(TokenRange range) const {
+        QString written;
+        for (std::size_t i = range.begin; i < range.end;) {
+            if (i > range.begin) {
+                const auto before = sql_.At(i - 1).End();
+                written += sql_.Text().mid(before, sql_.At(i).start - before);
+            }
+            const auto like = likes_.find(i);
+            if (like != likes_.end() && like->second.second <= range.end) {
+                written += WrittenLike(like->second.first);
+                i = like->second.second;
+            } else {
+                written += WrittenToken(i++);
+            }
+            written += behind_.value(i - 1);
+        }
+        // What stands behind the last token: a comment.
+        return range.end == sql_.Size() ? written + sql_.Text().mid(sql_.At(range.end - 1).End()) : written;
+    }
+
+    QString WrittenToken(std::size_t i) const {
+        if (instead_.contains(i)) return instead_.value(i);
+        switch (sql_.At(i).kind) {
+            case Kind::Quoted:
+                return Quote(Unquoted(i), u'"');
+            case Kind::Word:
+                return IsBareName(i) ? Quote(Token(i), u'"') : Token(i);
+            case Kind::Number:
+                return IsCompared(i) ? Quote(Token(i), u'\'') : Token(i);
+            case Kind::Symbol:
+                return sql_.IsSymbol(i, QLatin1String("==")) ? QStringLiteral("=") : Token(i);
+            case Kind::Text:
+                break;
+        }
+        return Token(i);
+    }
+
+    QString Unquoted(std::size_t i) const {
+        const QString name = Token(i);
+        return name[0] == u'[' ? name.mid(1).chopped(1)
+                               : name.mid(1).chopped(1).replace(QString(2, name[0]), QString(name[0]));
+    }
+
+    bool IsBareName(std::size_t i) const {
+        if (IsKeyword(i)) return false;
+        // A name with a bracket behind it is a function, or a table with its columns.
+        if (!sql_.IsSymbol(i + 1, QLatin1String("("))) return true;
+        return (i > 0 && IsAny(i - 1, {"INTO", "TABLE", "ON", "EXISTS", "WITH"})) || Token(i)[0].unicode() >= 0x80;
+    }
+
+    // A number that is the whole side of a comparison.
+    bool IsCompared(std::size_t i) const {
+        const auto comparison = [this](std::size_t at) {
+            for (const char* symbol : {"=", "==", "<>", "!=", "<", ">", "<=", ">="})
+                if (sql_.IsSymbol(at, QLatin1String(symbol))) return true;
+            return false;
+        };
+        const auto arithmetic = [this](std::size_t at) {
+            for (const char* symbol : {"+", "-", "*", "/", "%", "||"})
+                if (sql_.IsSymbol(at, QLatin1String(symbol))) return true;
+            return false;
+        };
+        if (i > 0 && comparison(i - 1)) return !arithmetic(i + 1);
+        return comparison(i + 1) && (i == 0 || !arithmetic(i - 1));
+    }
+
+    const TokenizedSql& sql_;
+    QString problem_;
+    QHash<std::size_t, QString> behind_;                         // text to add behind a token
+    QHash<std::size_t, QString> instead_;                        // text in place of one
+    std::map<std::size_t, std::pair<Like, std::size_t>> likes_;  // by their first token, with their end
+};
+
+// "text" with every pair in it replaced.
+QString Replaced(QString text) {
+    for (const auto& [two, one] : VoicedPairs())
+        text = QStringLiteral("replace(%1,%2,%3)").arg(text, Literal(two), Literal(one));
+    return text;
+}
+
+QString Translated(const FoldTexts& texts) {
+    return QStringLiteral("t := translate(t, %1, %2);").arg(Literal(texts.from), Literal(texts.to));
+}
+
+QString Function(const QString& head, int cost, const QString& body) {
+    return QStringLiteral(
+               "CREATE OR REPLACE FUNCTION %1 IMMUTABLE STRICT PARALLEL SAFE COST %2 LANGUAGE plpgsql AS $$ %3 $$")
+        .arg(head)
+        .arg(cost)
+        .arg(body);
+}
+
+}  // namespace
+
+std::optional<QString> ToPostgres(const QString& sql, Fault& fault) {
+    const auto shared = ToSqlite(sql, fault);
+    if (!shared) return std::nullopt;
+    const auto tokens = TokenizedSql::Read(*shared);
+    return tokens ? Writer(*tokens).Write(fault) : shared;
+}
+
+QString LimitedTo(const QString& postgresSql, int mostRows) {
+    if (mostRows == kAllRows) return postgresSql;
+    const auto tokens = TokenizedSql::Read(postgresSql);
+    if (!tokens || !tokens->IsWord(0, QLatin1String("SELECT"))) return postgresSql;
+    const SelectShape shape = ShapeOf(*tokens, 0);
+    bool limited = shape.compound || shape.all.end != tokens->Size();
+    for (std::size_t i = shape.tail.begin; i < shape.tail.end; ++i)
+        limited = limited || tokens->IsWord(i, QLatin1String("LIMIT"));
+    return limited ? postgresSql : tokens->Slice(shape.all) + QStringLiteral(" LIMIT %1").arg(mostRows);
+}
+
+QString QuotedForPostgres(const QString& name) {
+    return Quote(name, u'"');
+}
+
+// Most texts have nothing to translate but capitals, and translating looks at the whole of its list for every letter:
+// each list has a gate before it.
+QStringList FoldFunctions() {
+    const QString fold =
+        QStringLiteral(
+            "BEGIN t := lower(t COLLATE \"C\"); "
+            "IF octet_length(t) = length(t) THEN RETURN t; END IF; "
+            "IF t ~ '[\\uFF00-\\uFFEF]' THEN %1 END IF; "
+            "IF t ~ '[\\u3000\\u301C\\u3041-\\u309E\\u2212]' THEN %2 END IF; "
+            "IF t ~ '[\\u309B\\u309C]' THEN t := %3; END IF; RETURN t; END")
+            .arg(Translated(WidthFoldTexts()), Translated(KanaFoldTexts()), Replaced(QStringLiteral("t")));
+    const QString pieces = QStringLiteral(
+        "DECLARE c text[] := string_to_array(katsudo_fold(t), NULL); n int := cardinality(c); "
+        "p text[] := c; "
+        "BEGIN FOR i IN 1 .. n - 1 LOOP p[n + i] := c[i] || c[i + 1]; END LOOP; RETURN p; END");
+    // The full-width signs must not become wildcards, nor a backslash an escape.
+    const QString pattern = QStringLiteral(
+        "BEGIN RETURN katsudo_fold(replace(replace(replace(t, '\\', '\\\\'), '％', '\\％'), '＿', '\\＿')); END");
+    return {Function(QStringLiteral("katsudo_fold(t text) RETURNS text"), 30, fold),
+            Function(QStringLiteral("katsudo_pieces(t text) RETURNS text[]"), 300, pieces),
+            Function(QStringLiteral("katsudo_pattern(t text) RETURNS text"), 40, pattern)};
+}
+
+}  // namespace store

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "store/connection.h"
+
+namespace store {
+
+/// Turns one statement of the program's SQL into PostgreSQL's: the row limit and the joins as ToSqlite() writes them;
+/// every name in double quotes, so that 住所A keeps its capital; Nulls before all values, and last under DESC; a LIKE
+/// as a comparison of folded texts (FoldFunctions); a bare number beside a comparison as a literal that takes the
+/// column's type. A faulty statement stays as it is, for the engine to tell. Returns nothing and fills `fault` for what
+/// ToSqlite() refuses, for a second statement behind a semicolon, and for a LIKE whose sides can't be told.
+std::optional<QString> ToPostgres(const QString& sql, Fault& fault);
+
+/// Keeps a SELECT from giving more than that many rows. A text that isn't one SELECT, or has a limit, stays as it is.
+QString LimitedTo(const QString& postgresSql, int mostRows);
+
+/// A name in the engine's quotes.
+QString QuotedForPostgres(const QString& name);
+
+/// CREATE FUNCTION statements for what the rewritten LIKE calls: katsudo_fold (text) is the folded text,
+/// katsudo_pieces (text) all its letters and pairs of neighbours, which an index can look up, and katsudo_pattern
+/// (text) folds a pattern that isn't a literal. All give Null for Null.
+QStringList FoldFunctions();
+
+}  // namespace store

@@ -1,0 +1,135 @@
+#include "store/postgres_link.h"
+
+#include <QSqlError>
+#include <atomic>
+
+namespace store {
+namespace {
+
+QString NewName() {
+    static std::atomic<int> count = 0;
+    return QStringLiteral("katsudo-server-%1").arg(++count);
+}
+
+// A peer that is cut off without a word is noticed within these seconds.
+QString Options(int seconds) {
+    return QStringLiteral(
+               "connect_timeout=%1;sslmode=prefer;application_name=katsudo-techo;keepalives=1;keepalives_idle=10;"
+               "keepalives_interval=5;keepalives_count=3;tcp_user_timeout=20000")
+        .arg(seconds);
+}
+
+// The server's first line tells what is wrong; the others repeat the statement. The line behind "DETAIL" names the key
+// that is there already.
+Fault FaultOf(const QSqlError& error) {
+    const QStringList lines =
+        (error.databaseText().isEmpty() ? error.driverText() : error.databaseText()).split(u'\n', Qt::SkipEmptyParts);
+    QString words = lines.value(0).simplified();
+    for (const QString& line : lines)
+        if (line.startsWith(QLatin1String("DETAIL:"))) words += u' ' + line.mid(7).simplified();
+    if (words.isEmpty()) words = QStringLiteral("SQL 文を実行できません。");
+    const QString code = error.nativeErrorCode();
+    if (!code.isEmpty()) words += QStringLiteral(" (%1)").arg(code);
+    return {0, words};
+}
+
+}  // namespace
+
+void TakeServer(const QString& server, PostgresLogin& login) {
+    const auto colon = server.lastIndexOf(u':');
+    bool number = false;
+    const int port = server.mid(colon + 1).toInt(&number);
+    const bool bracketed = server.startsWith(u'[');
+    // Without brackets, more than one colon is an address.
+    const bool withPort =
+        colon >= 0 && number && (bracketed ? server[colon - 1] == u']' : server.indexOf(u':') == colon);
+    login.host = withPort ? server.left(colon) : server;
+    if (login.host.startsWith(u'[') && login.host.endsWith(u']')) login.host = login.host.mid(1).chopped(1);
+    login.port = withPort ? port : 0;
+}
+
+PostgresLogin LoginOf(const ConnectionString& parts) {
+    PostgresLogin login;
+    TakeServer(parts.Value(QStringLiteral("Data Source")), login);
+    login.database = parts.Value(QStringLiteral("Initial Catalog"));
+    login.user = parts.Value(QStringLiteral("User ID"));
+    login.password = parts.Value(QStringLiteral("Password"));
+    return login;
+}
+
+PostgresLink::PostgresLink(QString name)
+    : name_(std::move(name)), database_(QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name_)) {}
+
+PostgresLink::~PostgresLink() {
+    database_.close();
+    // The list of connections must hold the last reference, or removing the name would be reported as a misuse.
+    database_ = QSqlDatabase();
+    QSqlDatabase::removeDatabase(name_);
+}
+
+std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Waits waits, Fault& fault, int seconds) {
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL"))) {
+        fault = {0, QStringLiteral("PostgreSQL のドライバ (Qt の QPSQL) がありません。")};
+        return nullptr;
+    }
+    std::unique_ptr<PostgresLink> link(new PostgresLink(NewName()));
+    QSqlDatabase& database = link->database_;
+    database.setHostName(login.host);
+    if (login.port > 0) database.setPort(login.port);
+    database.setDatabaseName(login.database);
+    database.setUserName(login.user);
+    database.setPassword(login.password);
+    database.setConnectOptions(Options(seconds));
+    if (!database.open()) {
+        const QString words = database.lastError().databaseText().simplified();
+        fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words)};
+        return nullptr;
+    }
+    const QString settings = QStringLiteral(
+                                 "SET standard_conforming_strings = on; SET client_min_messages = error; "
+                                 "SET lock_timeout = %1; SET statement_timeout = %2")
+                                 .arg(waits.lock)
+                                 .arg(waits.statement);
+    return link->Run(settings, fault) ? std::move(link) : nullptr;
+}
+
+bool PostgresLink::Start(QSqlQuery& query, const QString& sql, Fault& fault) {
+    if (sql.trimmed().isEmpty()) {
+        fault = {0, QStringLiteral("SQL 文が空です。")};
+        return false;
+    }
+    // The engine would stop reading at a zero character and run what stands before it.
+    if (sql.contains(QChar(u'\0'))) {
+        fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
+        return false;
+    }
+    if (query.exec(sql)) return true;
+    fault = FaultOf(query.lastError());
+    return false;
+}
+
+bool PostgresLink::Run(const QString& sql, Fault& fault) const {
+    QSqlQuery query = NewQuery();
+    return Start(query, sql, fault);
+}
+
+void PostgresLink::WaitForLocks(int milliseconds) const {
+    Fault unused;
+    Run(QStringLiteral("SET lock_timeout = %1").arg(milliseconds), unused);
+}
+
+bool PostgresLink::IsLost(const QString& code) const {
+    // The server told why it refused the statement: the link stands. Classes 08 and 57P are its own end.
+    if (!code.isEmpty() && !code.startsWith(QLatin1String("08")) && !code.startsWith(QLatin1String("57P")))
+        return false;
+    Fault unused;
+    return !Run(QStringLiteral("SELECT 1"), unused);
+}
+
+QString CodeOf(const Fault& fault) {
+    const QString& words = fault.description;
+    const auto open = words.size() - 7;
+    return open >= 0 && words[open] == u'(' && words.endsWith(u')') ? words.mid(open + 1, 5) : QString();
+}
+
+}  // namespace store
