@@ -24,8 +24,7 @@ struct Work {
 /// A client and its hands. The first refusal stays in `problem`, and nothing is done behind it.
 class Worker {
   public:
-    Worker(const CrowdOrder& order, int number, const QString& mark)
-        : staff_(QString::number(number + 1).rightJustified(5, u'0')), mark_(mark) {
+    Worker(const CrowdOrder& order, const QString& staff, const QString& mark) : staff_(staff), mark_(mark) {
         const QString login = "crowd" + staff_;
         if (!driver_.Start(
                 {"--root", order.root, "--login", login, "--computer", "PC-" + login, "--now", "20300101 080012"}))
@@ -46,7 +45,7 @@ class Worker {
         Enter("相手先略称", QString("客%1").arg(work_.saves.size()));
         Enter("営業活動摘要", mark_);
         Click("btn_登録");
-        work_.saves.push_back(Timed([this] { Click("btn_登録"); }));
+        Measure(work_.saves, "btn_登録");
     }
 
     /// Customers by name, from the press of the button to the filled list.
@@ -55,7 +54,7 @@ class Worker {
         Play({{"do", "set"}, {"item", "相手先区分"}, {"value", 1}});
         Click("btn_相手先コード");
         Enter("名称", parts[work_.searches.size() % parts.size()]);
-        work_.searches.push_back(Timed([this] { Click("btn_名称検索"); }));
+        Measure(work_.searches, "btn_名称検索");
         Click("btn_戻る");
     }
 
@@ -79,12 +78,12 @@ class Worker {
         Play({{"do", "focus"}, {"item", item}});
         Play({{"do", "type"}, {"text", text}});
     }
-    template <typename Gesture>
-    double Timed(const Gesture& gesture) {
+    /// A press that counts, once it was carried out.
+    void Measure(std::vector<double>& times, const QString& button) {
         QElapsedTimer timer;
         timer.start();
-        gesture();
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        Click(button);
+        if (Good()) times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
     }
 
     QString staff_, mark_, message_;
@@ -92,8 +91,8 @@ class Worker {
     Work work_;
 };
 
-Work WorkForAWhile(const CrowdOrder& order, int number, const QString& mark, std::barrier<>& start) {
-    Worker worker(order, number, mark);
+Work WorkForAWhile(const CrowdOrder& order, const QString& staff, const QString& mark, std::barrier<>& start) {
+    Worker worker(order, staff, mark);
     start.arrive_and_wait();
     QElapsedTimer timer;
     timer.start();
@@ -125,6 +124,33 @@ int Count(store::Connection* connection, const QString& sql) {
     return rows ? rows->Value("a").value_or("-1").toInt() : -1;
 }
 
+/// Rows of the crowd's run history that tell of a fault, in the shared environment store and in those of the users.
+int FaultRows(const QString& root) {
+    QStringList stores{root + "/conf/usrcnfg.accdb"};
+    for (const QString& user : QDir(root + "/users").entryList({"crowd*"}, QDir::Dirs))
+        stores << root + "/users/" + user + "/conf/usrcnfg.accdb";
+    int rows = 0;
+    for (const QString& file : stores) {
+        store::Fault fault;
+        const auto store = store::OpenConnection("Provider=SQLite;Data Source=" + file + ";", root, fault);
+        rows += std::max(0, Count(store.get(),
+                                  "SELECT COUNT(*) AS a FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー%' AND ユーザID "
+                                  "LIKE 'crowd%'"));
+    }
+    return rows;
+}
+
+/// Codes of the staff that a slot can be reported for.
+QStringList StaffAtWork(store::Connection& main) {
+    QStringList codes;
+    store::Fault fault;
+    const auto rows =
+        main.Query("SELECT コード FROM M担当者 WHERE 在籍区分 = '0' AND 部門コード <> '' ORDER BY コード", fault);
+    for (; rows && !rows->Eof(); rows->MoveNext())
+        codes << rows->Value("コード").value_or(QString());
+    return codes;
+}
+
 }  // namespace
 
 bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
@@ -134,16 +160,20 @@ bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
         out << tree.problem << '\n';
         return false;
     }
-    const QString faultRows =
-        "SELECT COUNT(*) AS a FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー%' AND ユーザID LIKE 'crowd%'";
-    const int faultsBefore = Count(tree.config.get(), faultRows);
+    const QStringList staff = StaffAtWork(*tree.main);
+    if (staff.size() < order.clients) {
+        out << "The installation has only " << staff.size() << " staff members at work.\n";
+        return false;
+    }
+    const int faultsBefore = FaultRows(order.root);
 
     std::vector<Work> works(static_cast<std::size_t>(order.clients));
     std::barrier<> start(order.clients);
     std::vector<std::thread> clients;
     for (int number = 0; number < order.clients; ++number)
-        clients.emplace_back(
-            [&, number] { works[static_cast<std::size_t>(number)] = WorkForAWhile(order, number, mark, start); });
+        clients.emplace_back([&, number] {
+            works[static_cast<std::size_t>(number)] = WorkForAWhile(order, staff[number], mark, start);
+        });
     for (std::thread& client : clients)
         client.join();
 
@@ -160,7 +190,7 @@ bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
     PrintTimes("Search", all.searches, out);
     const int stored =
         Count(tree.main.get(), "SELECT COUNT(*) AS a FROM T営業活動明細 WHERE 営業活動摘要 = '" + mark + "'");
-    const int faults = Count(tree.config.get(), faultRows) - faultsBefore;
+    const int faults = FaultRows(order.root) - faultsBefore;
     out << "\nSlots reported: " << all.saves.size() << ", stored: " << stored
         << ". Rows of the run history that tell of a failed statement: " << faults << ".\n";
     for (const QString& problem : problems)
