@@ -283,8 +283,13 @@ QString Replaced(QString text) {
     return text;
 }
 
-QString Translated(const FoldTexts& texts) {
-    return QStringLiteral("t := translate(t, %1, %2);").arg(Literal(texts.from), Literal(texts.to));
+// Translating looks at the whole of its list for every letter, and most texts have nothing to translate: each list has
+// a gate before it.
+QString TranslateBetween(Letter first, Letter end) {
+    const FoldTexts texts = FoldedBetween(first, end);
+    const auto escaped = [](Letter c) { return QStringLiteral("\\u%1").arg(c, 4, 16, QChar(u'0')); };
+    return QStringLiteral("IF t ~ '[%1-%2]' THEN t := translate(t, %3, %4); END IF; ")
+        .arg(escaped(first), escaped(end - 1), Literal(texts.from), Literal(texts.to));
 }
 
 QString Function(const QString& head, int cost, const QString& body) {
@@ -319,17 +324,14 @@ QString QuotedForPostgres(const QString& name) {
     return Quote(name, u'"');
 }
 
-// Most texts have nothing to translate but capitals, and translating looks at the whole of its list for every letter:
-// each list has a gate before it.
 QStringList FoldFunctions() {
-    const QString fold =
-        QStringLiteral(
-            "BEGIN t := lower(t COLLATE \"C\"); "
-            "IF octet_length(t) = length(t) THEN RETURN t; END IF; "
-            "IF t ~ '[\\uFF00-\\uFFEF]' THEN %1 END IF; "
-            "IF t ~ '[\\u3000\\u301C\\u3041-\\u309E\\u2212]' THEN %2 END IF; "
-            "IF t ~ '[\\u309B\\u309C]' THEN t := %3; END IF; RETURN t; END")
-            .arg(Translated(WidthFoldTexts()), Translated(KanaFoldTexts()), Replaced(QStringLiteral("t")));
+    const QString fold = QStringLiteral(
+                             "BEGIN t := lower(t COLLATE \"C\"); "
+                             "IF octet_length(t) = length(t) THEN RETURN t; END IF; ") +
+                         TranslateBetween(0xFF01, 0xFF5F) + TranslateBetween(0xFF61, 0xFFF0) +
+                         TranslateBetween(0x3000, 0x30A0) + TranslateBetween(0x2212, 0x2213) +
+                         QStringLiteral("IF t ~ '[\\u309B\\u309C]' THEN t := ") + Replaced(QStringLiteral("t")) +
+                         QStringLiteral("; END IF; RETURN t; END");
     const QString pieces = QStringLiteral(
         "DECLARE c text[] := string_to_array(katsudo_fold(t), NULL); n int := cardinality(c); "
         "p text[] := c; "
