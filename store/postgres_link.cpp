@@ -123,7 +123,7 @@ bool PostgresLink::IsLost(const QString& code) const {
     if (!code.isEmpty() && !code.startsWith(QLatin1String("08")) && !code.startsWith(QLatin1String("57P")))
         return false;
     Fault unused;
-    return !Run(QStringLiteral("SELECT 1"), unused);
+    return !database_.isOpen() || !Run(QStringLiteral("SELECT 1"), unused);
 }
 
 QString CodeOf(const Fault& fault) {
