@@ -85,11 +85,12 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
         fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words)};
         return nullptr;
     }
-    const QString settings = QStringLiteral(
-                                 "SET standard_conforming_strings = on; SET client_min_messages = error; "
-                                 "SET lock_timeout = %1; SET statement_timeout = %2")
-                                 .arg(waits.lock)
-                                 .arg(waits.statement);
+    const QString settings =
+        QStringLiteral(
+            "SET standard_conforming_strings = on; SET client_min_messages = error; SET jit = off; "
+            "SET lock_timeout = %1; SET statement_timeout = %2")
+            .arg(waits.lock)
+            .arg(waits.statement);
     return link->Run(settings, fault) ? std::move(link) : nullptr;
 }
 

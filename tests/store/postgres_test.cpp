@@ -22,8 +22,15 @@ TEST(PostgresDialect, WritesWhatTheEngineReadsOtherwise) {
          "SELECT * FROM \"A\" CROSS JOIN \"B\" LEFT JOIN \"C\" ON "
          "\"C\".\"k\" = \"A\".\"k\""},
         {"SELECT a FROM T WHERE a LIKE '%ｶﾞA％_%' OR NOT b NOT LIKE '_x'",
-         "SELECT \"a\" FROM \"T\" WHERE (katsudo_pieces((\"a\")::text) @> ARRAY['ガa','a%'] AND "
-         "katsudo_fold((\"a\")::text) LIKE '%ガa\\%_%') OR NOT (NOT katsudo_fold((\"b\")::text) LIKE '_x')"},
+         "SELECT \"a\" FROM \"T\" WHERE (katsudo_matches((\"a\")::text, '%ガa\\%_%') AND "
+         "katsudo_pieces((\"a\")::text) @> ARRAY['ガa','a%']) OR NOT (NOT katsudo_fold((\"b\")::text) LIKE '_x')"},
+        // A short text is found by its piece alone, and then sorted.
+        {"SELECT a FROM T WHERE a LIKE '%Ａ％%' ORDER BY T.b, c DESC, f(d)",
+         "SELECT \"a\" FROM \"T\" WHERE (katsudo_pieces((\"a\")::text) @> ARRAY['a%']) ORDER BY "
+         "GREATEST(\"T\".\"b\") NULLS FIRST, GREATEST(\"c\") DESC NULLS LAST, f(\"d\") NULLS FIRST"},
+        {"SELECT DISTINCT a FROM T WHERE a LIKE 'A' ORDER BY a",
+         "SELECT DISTINCT \"a\" FROM \"T\" WHERE (katsudo_matches((\"a\")::text, 'a') AND "
+         "katsudo_pieces((\"a\")::text) @> ARRAY['a']) ORDER BY \"a\" NULLS FIRST"},
         // Faults of syntax are the engine's to tell.
         {"SELECT 'open", "SELECT 'open"},
         {"SELECT a LIKE", "SELECT \"a\" LIKE"},
