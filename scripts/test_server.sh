@@ -9,6 +9,11 @@ set -euo pipefail
 
 command=$1
 folder=$(realpath -m "$2")
+# A socket's path can't be long, and the server's user has to reach it.
+reachable() { ((EUID != 0)) || runuser -u postgres -- test -x "$(dirname "$folder")" 2>/dev/null; }
+if ((${#folder} > 80)) || ! { mkdir -p "$(dirname "$folder")" && reachable; }; then
+    folder=/tmp/katsudo-server-$EUID-$(cksum <<<"$folder" | cut -d' ' -f1)
+fi
 bin=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -1)
 
 # The server refuses to run as root.

@@ -9,8 +9,8 @@ namespace {
 
 using store::QuotedForPostgres;
 
-// An order by more columns than these hardly ever has to be told apart by them.
-constexpr qsizetype kOrderColumns = 3;
+// What stands behind these in an index of a file is there to be read from it; here the rows themselves are.
+constexpr qsizetype kOrderColumns = 2;
 
 // Nulls come first in every order of the program, so an index serves it only with them at that end. That is also why
 // the key is an index and no constraint: a constraint's index has them last.

@@ -147,14 +147,6 @@ void Encode(Letter c, std::string& text) {
     }
 }
 
-void AppendFolding(Letter first, Letter end, FoldTexts& texts) {
-    for (Letter c = first; c < end; ++c) {
-        if (Fold(c) == c) continue;
-        Encode(c, texts.from);
-        Encode(Fold(c), texts.to);
-    }
-}
-
 }  // namespace
 
 void FoldLetters(std::string_view text, std::vector<Letter>& letters) {
@@ -237,16 +229,13 @@ std::vector<std::string> LikePattern::Pieces() const {
     return pieces;
 }
 
-FoldTexts KanaFoldTexts() {
+FoldTexts FoldedBetween(Letter first, Letter end) {
     FoldTexts texts;
-    AppendFolding(0x2212, 0x2213, texts);
-    AppendFolding(kKanaFirst, kKanaEnd, texts);
-    return texts;
-}
-
-FoldTexts WidthFoldTexts() {
-    FoldTexts texts;
-    AppendFolding(kWidthFirst, kWidthEnd, texts);
+    for (Letter c = first; c < end; ++c) {
+        if (Fold(c) == c) continue;
+        Encode(c, texts.from);
+        Encode(Fold(c), texts.to);
+    }
     return texts;
 }
 

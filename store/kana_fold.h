@@ -54,9 +54,9 @@ struct FoldTexts {
     std::string from;
     std::string to;
 };
-/// Those of the hiragana and signs (U+3000 to U+30FF and the minus sign), and those of the two widths (U+FF00 on).
-FoldTexts KanaFoldTexts();
-FoldTexts WidthFoldTexts();
+/// Those of the code points from `first` up to `end`. None lies outside of U+2212, U+3000 to U+30FF and U+FF00 to
+/// U+FFEF but the capitals.
+FoldTexts FoldedBetween(Letter first, Letter end);
 
 /// Each folded kana with a mark behind it, and the one letter that both are.
 std::vector<std::pair<std::string, std::string>> VoicedPairs();

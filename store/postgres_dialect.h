@@ -22,8 +22,9 @@ QString LimitedTo(const QString& postgresSql, int mostRows);
 QString QuotedForPostgres(const QString& name);
 
 /// CREATE FUNCTION statements for what the rewritten LIKE calls: katsudo_fold (text) is the folded text,
-/// katsudo_pieces (text) all its letters and pairs of neighbours, which an index can look up, and katsudo_pattern
-/// (text) folds a pattern that isn't a literal. All give Null for Null.
+/// katsudo_pieces (text) all its letters and pairs of neighbours, which an index can look up, katsudo_matches (text,
+/// folded pattern) whether the folded text is like it, and katsudo_pattern (text) folds a pattern that isn't a literal.
+/// All give Null for Null.
 QStringList FoldFunctions();
 
 }  // namespace store

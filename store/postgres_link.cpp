@@ -85,11 +85,12 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
         fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words)};
         return nullptr;
     }
-    const QString settings = QStringLiteral(
-                                 "SET standard_conforming_strings = on; SET client_min_messages = error; "
-                                 "SET lock_timeout = %1; SET statement_timeout = %2")
-                                 .arg(waits.lock)
-                                 .arg(waits.statement);
+    const QString settings =
+        QStringLiteral(
+            "SET standard_conforming_strings = on; SET client_min_messages = error; SET jit = off; "
+            "SET lock_timeout = %1; SET statement_timeout = %2")
+            .arg(waits.lock)
+            .arg(waits.statement);
     return link->Run(settings, fault) ? std::move(link) : nullptr;
 }
 
@@ -123,7 +124,7 @@ bool PostgresLink::IsLost(const QString& code) const {
     if (!code.isEmpty() && !code.startsWith(QLatin1String("08")) && !code.startsWith(QLatin1String("57P")))
         return false;
     Fault unused;
-    return !Run(QStringLiteral("SELECT 1"), unused);
+    return !database_.isOpen() || !Run(QStringLiteral("SELECT 1"), unused);
 }
 
 QString CodeOf(const Fault& fault) {

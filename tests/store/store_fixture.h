@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <ostream>
 
@@ -81,9 +82,9 @@ class OpenStore {
         EXPECT_TRUE(connection_);
     }
 
-    std::unique_ptr<Connection> Another() const {
+    std::unique_ptr<Connection> Another(int patience = kPatience) const {
         Fault fault;
-        auto connection = OpenConnection(text_, folder_.path(), fault);
+        auto connection = OpenConnection(text_, folder_.path(), fault, patience);
         EXPECT_TRUE(connection) << fault.description.toStdString();
         return connection;
     }

@@ -1,0 +1,142 @@
+// Every statement of every list window gives the same rows on a server as in a file.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+#include "lists/list_families.h"
+#include "session/schema.h"
+#include "setup/create_tree.h"
+#include "setup/tree.h"
+#include "tests/scenarios/office.h"
+
+namespace {
+
+std::vector<lists::ListDescription> AllLists() {
+    std::vector<lists::ListDescription> all = {lists::StaffList(), lists::CombinedPartyList()};
+    for (const auto& family :
+         {lists::SmallLists(), lists::PartyLists(), lists::ContactLists(), lists::NumberLists(), lists::NameLists()})
+        all.insert(all.end(), family.begin(), family.end());
+    return all;
+}
+
+/// Something to search an item for that some rows of the demo company have and some lack.
+QString ValueFor(const QString& item) {
+    const std::vector<std::pair<QString, QString>> values = {
+        {"カナ", "ヤマ"},     {"住所", "東"},       {"郵便", "1"},      {"電話", "３"},     {"日付", "20260901"},
+        {"納期", "20260901"}, {"コード", "000020"}, {"No", "00000050"}, {"担当者名", "田"}, {"タイトル", "の"}};
+    for (const auto& [part, value] : values)
+        if (item.contains(part)) return item.contains("担当者コード") ? QString("00007") : value;
+    return "工";
+}
+
+lists::SearchValues Values(const lists::ListDescription& list, const QString& kind, bool narrow) {
+    lists::SearchValues values;
+    values.dbKind = kind;
+    values.siteCode = values.operatingSiteCode = narrow ? "001" : "000";
+    for (const lists::SearchItem& item : list.items)
+        values.items.insert(item.name, ValueFor(item.name));
+    for (const lists::Classification& classification : list.classifications) {
+        values.classAll.insert(classification.item, 3);
+        values.classIndex.insert(classification.item, narrow ? 1 : 3);
+    }
+    for (const lists::CheckBox& box : list.checkBoxes)
+        values.checks.insert(box.name, narrow ? 1 : 0);
+    if (narrow && !list.periods.empty()) values.firstDay = "20260601", values.lastDay = "20260930";
+    return values;
+}
+
+struct Result {
+    QStringList rows;     ///< sorted: rows that are equal in the order's columns come as they like
+    QStringList ordered;  ///< values of the first column of the order, as they came
+    QString fault;
+};
+
+Result Fetch(store::Connection& store, const QString& sql) {
+    Result result;
+    store::Fault fault;
+    const auto rows = store.Query(sql, fault);
+    if (!rows) return {{}, {}, fault.description};
+    const QString order = sql.section(" ORDER BY ", 1).section(QRegularExpression("[ ,]"), 0, 0).section('.', -1);
+    for (; !rows->Eof(); rows->MoveNext()) {
+        QStringList values;
+        for (const QString& column : rows->Columns())
+            values << rows->Value(column).value_or("Null");
+        result.rows << values.join(u'|');
+        result.ordered << rows->Value(order).value_or("Null");
+    }
+    result.rows.sort();
+    return result;
+}
+
+class TwoEngines : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (scenario::TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+        const QString id = QString::number(QCoreApplication::applicationPid());
+        server_ = setup::ServerOrder{
+            scenario::TestServer(), "lists_" + id, "katsudo_admin", {}, "lists_client_" + id, "secret", false};
+        setup::CreateOrder order;
+        order.demo = setup::DemoSizes{40, 900, 200, 120, 1, QDate(2026, 11, 20)};
+        for (const bool onServer : {false, true}) {
+            order.tree.root = place_.path() + (onServer ? "/server" : "/file");
+            order.server = onServer ? std::optional(server_) : std::nullopt;
+            ASSERT_EQ(setup::CreateTree(order).toStdString(), "");
+        }
+        // The clients' login on the server, so that its rights are tried as well.
+        file_ = setup::OpenStores({place_.path() + "/file"});
+        served_ = setup::OpenStores({place_.path() + "/server"});
+        ASSERT_TRUE(file_.main && served_.main) << served_.problem.toStdString();
+        auto admin = setup::OpenStores({place_.path() + "/server"}, setup::ServerAdmin{"katsudo_admin", {}});
+        for (store::Connection* store : {file_.main.get(), admin.main.get()})
+            MakeRichInNulls(*store);
+    }
+
+    static void MakeRichInNulls(store::Connection& store) {
+        store::Fault fault;
+        for (const session::Table& table : session::MainTables()) {
+            if (table.key.isEmpty() || table.name.startsWith("A") || table.name.startsWith("T営業活動")) continue;
+            int number = 0;
+            for (const QString& column : table.ColumnNames()) {
+                const QString rows = QString(" WHERE %1 LIKE '%%2'").arg(table.key.last()).arg(number++ % 10);
+                if (table.key.contains(column)) continue;
+                EXPECT_TRUE(store.Execute("UPDATE " + table.name + " SET " + column + " = NULL" + rows, fault))
+                    << fault.description.toStdString();
+            }
+        }
+    }
+
+    void Compare(const QString& window, const QString& sql) {
+        const Result file = Fetch(*file_.main, sql);
+        const Result served = Fetch(*served_.main, sql);
+        const std::string words = window.toStdString() + ": " + sql.toStdString();
+        EXPECT_EQ(served.fault.isEmpty(), file.fault.isEmpty()) << words << "\n" << served.fault.toStdString();
+        EXPECT_EQ(served.rows.join('\n').toStdString(), file.rows.join('\n').toStdString()) << words;
+        EXPECT_EQ(served.ordered.join('|').toStdString(), file.ordered.join('|').toStdString()) << words;
+        ++statements_;
+        filled_ += file.rows.isEmpty() ? 0 : 1;
+    }
+
+    QTemporaryDir place_;
+    setup::ServerOrder server_;
+    setup::OpenTree file_, served_;
+    int statements_ = 0;
+    int filled_ = 0;
+};
+
+TEST_F(TwoEngines, GiveTheSameRowsForEveryListStatement) {
+    for (const lists::ListDescription& list : AllLists())
+        for (const lists::ListStatement& statement : list.statements)
+            for (const lists::SearchMode& mode : list.modes)
+                for (const QString kind : {"S", "O"})
+                    for (const bool narrow : {false, true})
+                        Compare(list.name,
+                                lists::BuildSearchSql(list, statement, mode.number, Values(list, kind, narrow)));
+    EXPECT_GT(statements_, 300);
+    EXPECT_GT(filled_, statements_ / 2) << "too few of them found a row to tell";
+    RecordProperty("statements", statements_);
+    RecordProperty("filled", filled_);
+}
+
+}  // namespace

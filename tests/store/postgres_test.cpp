@@ -1,0 +1,130 @@
+#include "store/connection_string.h"
+#include "tests/store/store_fixture.h"
+
+namespace store {
+namespace {
+
+TEST(PostgresDialect, WritesWhatTheEngineReadsOtherwise) {
+    const std::vector<std::pair<QString, QString>> cases = {
+        // Names keep their capitals; keywords, functions and aliases are told from them.
+        {"SELECT TOP 3 住所A, M.[SEQNo], COUNT(*) AS n FROM `M` x WHERE x.ID = 'a[b]'",
+         "SELECT \"住所A\", \"M\".\"SEQNo\", COUNT(*) AS \"n\" FROM \"M\" \"x\" WHERE \"x\".\"ID\" = 'a[b]' LIMIT 3"},
+        {"INSERT INTO T (電話,ID) VALUES ('1', 2)", "INSERT INTO \"T\" (\"電話\",\"ID\") VALUES ('1', 2)"},
+        {"UPDATE T SET a=a+1 WHERE [b]=5 AND 3<c AND d>e-1 AND e - 1<f",
+         "UPDATE \"T\" SET \"a\"=\"a\"+1 WHERE \"b\"='5' AND '3'<\"c\" AND \"d\">\"e\"-1 AND \"e\" - 1<\"f\""},
+        // Nulls come first, and last backwards.
+        {"SELECT a FROM (SELECT a FROM T ORDER BY b DESC, f(c, d)) x ORDER BY a LIMIT 1",
+         "SELECT \"a\" FROM (SELECT \"a\" FROM \"T\" ORDER BY \"b\" DESC NULLS LAST, f(\"c\", \"d\") NULLS FIRST) "
+         "\"x\" "
+         "ORDER BY \"a\" NULLS FIRST LIMIT 1"},
+        // A table joined behind a comma must see the tables before it.
+        {"SELECT * FROM A, B LEFT JOIN C ON C.k = A.k",
+         "SELECT * FROM \"A\" CROSS JOIN \"B\" LEFT JOIN \"C\" ON "
+         "\"C\".\"k\" = \"A\".\"k\""},
+        {"SELECT a FROM T WHERE a LIKE '%ｶﾞA％_%' OR NOT b NOT LIKE '_x'",
+         "SELECT \"a\" FROM \"T\" WHERE (katsudo_matches((\"a\")::text, '%ガa\\%_%') AND "
+         "katsudo_pieces((\"a\")::text) @> ARRAY['ガa','a%']) OR NOT (NOT katsudo_fold((\"b\")::text) LIKE '_x')"},
+        // A short text is found by its piece alone, and then sorted.
+        {"SELECT a FROM T WHERE a LIKE '%Ａ％%' ORDER BY T.b, c DESC, f(d)",
+         "SELECT \"a\" FROM \"T\" WHERE (katsudo_pieces((\"a\")::text) @> ARRAY['a%']) ORDER BY "
+         "GREATEST(\"T\".\"b\") NULLS FIRST, GREATEST(\"c\") DESC NULLS LAST, f(\"d\") NULLS FIRST"},
+        {"SELECT DISTINCT a FROM T WHERE a LIKE 'A' ORDER BY a",
+         "SELECT DISTINCT \"a\" FROM \"T\" WHERE (katsudo_matches((\"a\")::text, 'a') AND "
+         "katsudo_pieces((\"a\")::text) @> ARRAY['a']) ORDER BY \"a\" NULLS FIRST"},
+        // Faults of syntax are the engine's to tell.
+        {"SELECT 'open", "SELECT 'open"},
+        {"SELECT a LIKE", "SELECT \"a\" LIKE"},
+    };
+    for (const auto& [from, to] : cases) {
+        Fault fault;
+        EXPECT_EQ(ToPostgres(from, fault).value_or("refused: " + fault.description).simplified(), to)
+            << from.toStdString();
+    }
+    for (const QString refused :
+         {"DELETE FROM a; DELETE FROM b", "SELECT a LIKE b ESCAPE '!'", "SELECT TOP 5 PERCENT k FROM A"}) {
+        Fault fault;
+        EXPECT_FALSE(ToPostgres(refused, fault)) << refused.toStdString();
+        EXPECT_NE(fault.description, "");
+    }
+}
+
+TEST(PostgresLogin, IsReadFromTheConnectionString) {
+    struct Case {
+        QString server, host;
+        int port;
+    };
+    for (const auto& [server, host, port] : std::vector<Case>{{"db.example", "db.example", 0},
+                                                              {"db.example:6432", "db.example", 6432},
+                                                              {"/run/x y:5433", "/run/x y", 5433},
+                                                              {"fe80::1", "fe80::1", 0},
+                                                              {"[fe80::1]:5433", "fe80::1", 5433},
+                                                              {"[fe80::1]", "fe80::1", 0},
+                                                              {"db:x", "db:x", 0}}) {
+        const PostgresLogin login =
+            LoginOf(ConnectionString("Data Source=" + server + ";Initial Catalog=d;User ID=u;"));
+        EXPECT_EQ(login.host, host);
+        EXPECT_EQ(login.port, port) << server.toStdString();
+        EXPECT_EQ(login.database + login.user, "du");
+    }
+}
+
+class OnServer : public OnEngine {};
+
+TEST_P(OnServer, ABrokenLinkCostsOneStatement) {
+    OpenStore db(GetParam());
+    db.Do("CREATE TABLE t (a TEXT)");
+    const auto other = db.Another();
+    Fault fault;
+    const auto process = db->Query("SELECT pg_backend_pid() AS id", fault);
+    const QString end = "SELECT pg_terminate_backend(" + process->Value("id").value() + ", 5000)";
+    ASSERT_TRUE(other->Execute(end, fault)) << fault.description.toStdString();
+    EXPECT_FALSE(db->Execute("INSERT INTO t VALUES ('lost')", fault));
+    EXPECT_NE(fault.description, "");
+    EXPECT_TRUE(db->Execute("INSERT INTO t VALUES ('kept')", fault)) << fault.description.toStdString();
+    EXPECT_EQ(db.Rows("SELECT a FROM t"), "kept");
+}
+
+TEST_P(OnServer, ALockIsNotWaitedForTwiceAsLong) {
+    OpenStore db(GetParam());
+    db.Do("CREATE TABLE t (a TEXT)");
+    db.Do("BEGIN");
+    db.Do("LOCK TABLE t IN ACCESS EXCLUSIVE MODE");
+    const auto late = db.Another(2500);
+    const auto wait = [&] {
+        Fault fault;
+        QElapsedTimer timer;
+        timer.start();
+        EXPECT_FALSE(late->Query("SELECT * FROM t", fault));
+        return timer.elapsed();
+    };
+    EXPECT_GE(wait(), 2400);
+    EXPECT_LT(wait(), 2000);
+    db.Do("ROLLBACK");
+    Fault fault;
+    EXPECT_TRUE(late->Query("SELECT * FROM t", fault)) << fault.description.toStdString();
+}
+
+// As the lists ask for no more rows than they show.
+TEST_P(OnServer, TheEngineStopsBehindTheRowsThatAreAskedFor) {
+    OpenStore db(GetParam());
+    db.Do("CREATE TABLE t (a TEXT)");
+    db.Do("INSERT INTO t SELECT i FROM generate_series(1, 50) AS i");
+    Fault fault;
+    // One row more would divide by zero.
+    const auto some = db->Query("SELECT 1 / (8 - CAST(a AS INTEGER)) AS b FROM t", fault, 7);
+    ASSERT_TRUE(some) << fault.description.toStdString();
+    EXPECT_FALSE(db->Query("SELECT 1 / (8 - CAST(a AS INTEGER)) AS b FROM t", fault, 8));
+    for (const QString sql : {"SELECT a FROM t UNION ALL SELECT a FROM t", "SELECT TOP 9 a FROM t ORDER BY a"}) {
+        const auto rows = db->Query(sql, fault, 7);
+        int count = 0;
+        for (; rows && !rows->Eof(); rows->MoveNext())
+            ++count;
+        EXPECT_EQ(count, 7) << fault.description.toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, OnServer, testing::Values(kPostgres),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace store
