@@ -6,6 +6,7 @@
 
 #include "bench/crowd/crowd.h"
 #include "bench/list_bench.h"
+#include "bench/window/client_bench.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
 #include "setup/create_tree.h"
@@ -15,16 +16,19 @@ namespace {
 constexpr const char* kUsage =
     "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
     "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
+    "       katsudo-bench client [--parties N] [--slots N] [--root DIR] [--admin-user NAME]\n"
     "       katsudo-bench crowd --root DIR [--clients N] [--seconds N]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
     "lists      times the searches of the party lists.\n"
     "documents  times typed document numbers, the lists of documents and the lists of used names.\n"
+    "client     times the client as a whole: its start, a slot saved and loaded, its waiting; and tells its memory.\n"
     "crowd      clients that save and search at once on an installation that has a staff member for each of them.\n"
     "  --clients N    how many (50), for how many --seconds (60)\n"
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
     "  --slots N      slots that point at them (1000000)\n"
+    "  --admin-user NAME  the administrator of the server that holds the installation's main database\n"
     "  --root DIR     an installation that is there already; when there is none, it is made there and stays\n";
 
 struct Arguments {
@@ -32,6 +36,7 @@ struct Arguments {
     QString root;
     qint64 clients = 50, seconds = 60;
     qint64 parties = 100'000, documents = 100'000, slotCount = 1'000'000;
+    std::optional<setup::ServerAdmin> admin;
     bool good = true;
 };
 
@@ -39,8 +44,8 @@ Arguments Read(const QStringList& words) {
     Arguments arguments;
     arguments.command = words.value(0);
     const bool documents = arguments.command == "documents";
-    const bool crowd = arguments.command == "crowd";
-    arguments.good = (documents || crowd || arguments.command == "lists") && words.size() % 2 == 1;
+    const bool crowd = arguments.command == "crowd", client = arguments.command == "client";
+    arguments.good = (documents || crowd || client || arguments.command == "lists") && words.size() % 2 == 1;
     const auto take = [&arguments](const QString& text, qint64 most, qint64& number) {
         number = text.toLongLong(&arguments.good);
         arguments.good = arguments.good && number > 0 && number <= most;
@@ -48,6 +53,8 @@ Arguments Read(const QStringList& words) {
     for (qsizetype i = 1; i + 1 < words.size() && arguments.good; i += 2) {
         if (words[i] == "--root")
             arguments.root = QDir(words[i + 1]).absolutePath();
+        else if (words[i] == "--admin-user" && client)
+            arguments.admin = setup::ServerAdmin{words[i + 1], {}};
         else if (words[i] == "--parties")
             take(words[i + 1], 1'900'000, arguments.parties);
         else if (words[i] == "--clients" && crowd)
@@ -56,7 +63,7 @@ Arguments Read(const QStringList& words) {
             take(words[i + 1], 86'400, arguments.seconds);
         else if (words[i] == "--documents" && documents)
             take(words[i + 1], 10'000'000, arguments.documents);
-        else if (words[i] == "--slots" && documents)
+        else if (words[i] == "--slots" && (documents || client))
             take(words[i + 1], 100'000'000, arguments.slotCount);
         else
             arguments.good = false;
@@ -74,10 +81,8 @@ QString MakeCompany(const Arguments& arguments, const setup::Tree& tree, QTextSt
     order.demo->parties = int(arguments.parties);
     order.demo->activities = 1000;
     order.demo->today = QDate(2026, 4, 1);
-    if (arguments.command == "documents") {
-        order.demo->documents = int(arguments.documents);
-        order.demo->activities = arguments.slotCount;
-    }
+    if (arguments.command != "lists") order.demo->activities = arguments.slotCount;
+    if (arguments.command == "documents") order.demo->documents = int(arguments.documents);
     return setup::CreateTree(order);
 }
 
@@ -102,6 +107,7 @@ int Bench(const Arguments& arguments) {
         out << problem << '\n';
         return 1;
     }
+    if (arguments.command == "client") return bench::RunClientBench(tree, arguments.admin, out) ? 0 : 1;
     const bool good = arguments.command == "lists" ? BenchLists(tree, out) : bench::RunDocumentBench(tree, out);
     return good ? 0 : 1;
 }
@@ -119,6 +125,9 @@ int main(int argc, char* argv[]) {
         QTextStream(stdout) << (words[0] == "--help" ? kUsage : "katsudo-bench " KATSUDO_VERSION "\n");
         return 0;
     }
+    // What `client` starts to see how long a start takes.
+    if (words.size() == 4 && words[0] == "start-client") return bench::StartClientOnce(words[1], words[2], words[3]);
+    if (words.size() == 2 && words[0] == "start-bare") return bench::StartBareOnce(words[1]);
     const Arguments arguments = Read(words);
     if (!arguments.good) {
         QTextStream(stderr) << kUsage;
