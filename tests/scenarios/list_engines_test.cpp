@@ -1,4 +1,5 @@
-// Every statement of every list window gives the same rows on a server as in a file.
+// Every statement of every list window gives the same rows on a server as in a file, with the rights that the clients'
+// login has there.
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -76,7 +77,7 @@ class TwoEngines : public testing::Test {
         if (scenario::TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
         const QString id = QString::number(QCoreApplication::applicationPid());
         server_ = setup::ServerOrder{
-            scenario::TestServer(), "lists_" + id, "katsudo_admin", {}, "lists_client_" + id, "secret", false};
+            scenario::TestServer(), "lists_" + id, "katsudo_admin", {}, "lists_client_" + id, "secret", true};
         setup::CreateOrder order;
         order.demo = setup::DemoSizes{40, 900, 200, 120, 1, QDate(2026, 11, 20)};
         for (const bool onServer : {false, true}) {
@@ -137,6 +138,48 @@ TEST_F(TwoEngines, GiveTheSameRowsForEveryListStatement) {
     EXPECT_GT(filled_, statements_ / 2) << "too few of them found a row to tell";
     RecordProperty("statements", statements_);
     RecordProperty("filled", filled_);
+}
+
+TEST_F(TwoEngines, TheClientsLoginMayDoNoMoreThanTheClientDoes) {
+    const QStringList refused = {
+        "UPDATE M担当者 SET 暗証番号 = ''",
+        "DELETE FROM M得意先",
+        "INSERT INTO T案件 (事業所コード, 番号基準日付, 案件No) VALUES ('000', '20260401', '99999999')",
+        "DELETE FROM T閲覧",
+        "UPDATE T営業活動 SET 承認区分 = '1'",
+        "DROP TABLE T閲覧",
+        "CREATE TABLE t (a TEXT)",
+        "SELECT * FROM pg_authid",
+        "CREATE DATABASE d"};
+    for (const QString& sql : refused) {
+        store::Fault fault;
+        EXPECT_FALSE(served_.main->Execute(sql, fault)) << sql.toStdString();
+        EXPECT_TRUE(fault.description.contains("permission denied") || fault.description.contains("must be owner"))
+            << fault.description.toStdString();
+    }
+    // Nor may another login of the same server look into the company's database.
+    store::Fault fault;
+    const auto admin = store::PostgresLink::Open(setup::AdminLogin(server_, "postgres"), {}, fault);
+    const QString stranger = "stranger_" + server_.database;
+    ASSERT_TRUE(admin && admin->Run("CREATE ROLE " + stranger + " LOGIN PASSWORD 'x'", fault));
+    EXPECT_FALSE(store::PostgresLink::Open({server_.server, 0, server_.database, stranger, "x"}, {}, fault));
+    EXPECT_TRUE(fault.description.contains("permission denied")) << fault.description.toStdString();
+}
+
+// An administrator's mistake must not cost the company its database, nor the tree its stores.
+TEST_F(TwoEngines, AnOrderThatFailsLeavesWhatWasThere) {
+    setup::CreateOrder order;
+    order.tree.root = place_.path() + "/server";
+    order.force = true;
+    order.server = server_;
+    order.server->force = false;
+    EXPECT_TRUE(setup::CreateTree(order).contains("--force")) << "the database is there";
+    order.server->adminUser = server_.user;
+    order.server->adminPassword = server_.password;
+    order.server->force = true;
+    EXPECT_TRUE(setup::CreateTree(order).contains("permission denied"));
+    EXPECT_GT(Fetch(*served_.main, "SELECT コード FROM M得意先").rows.size(), 100);
+    EXPECT_EQ(setup::OpenStores({place_.path() + "/server"}).problem, "");
 }
 
 }  // namespace
