@@ -110,7 +110,8 @@ bool CommandLoop::ReadCommand(QJsonObject& command) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
     if (!document.isObject()) {
-        refusal_ = QStringLiteral("not a JSON object: %1").arg(error.errorString());
+        refusal_ = QStringLiteral("not a JSON object");
+        if (error.error != QJsonParseError::NoError) refusal_ += ": " + error.errorString();
         return false;
     }
     command = document.object();
@@ -252,6 +253,9 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
         if (kind != ControlKind::ListView || !ReadPosition(command, "column", control->columns.size(), position))
             return QStringLiteral("%1 has no such column").arg(control->Name());
         hands_->ClickHeader(*control, position);
+    } else if (what == "drop") {
+        if (!control->onPathsGiven) return QStringLiteral("%1 takes no files").arg(control->Name());
+        hands_->Drop(*control, command.value("paths").toVariant().toStringList());
     } else {
         return QStringLiteral("no command %1").arg(what);
     }

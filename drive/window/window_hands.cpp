@@ -184,6 +184,10 @@ void WindowHands::ClickHeader(Control& control, int column) {
     ClickAt(*header->viewport(), place);
 }
 
+void WindowHands::Drop(Control& control, const QStringList& paths) {
+    DropFiles(*static_cast<desktop::ListTable*>(WidgetOf(control).whole)->viewport(), paths);
+}
+
 void WindowHands::Answer(screen::Button button) {
     QMessageBox* box = windows_.BoxInFront();
     if (!box) return;
