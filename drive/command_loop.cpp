@@ -79,7 +79,10 @@ void CommandLoop::RunUntil(const std::function<bool()>& done) {
 }
 
 void CommandLoop::TakeDuringWait() {
-    if (!takesDuringWait_ || taking_ || host_.Waiting().isEmpty()) return;
+    if (host_.Waiting().isEmpty()) return;
+    // A wait may have no end, and then nothing else would end the program of somebody who is gone.
+    if (NobodyReads()) std::_Exit(0);
+    if (!takesDuringWait_ || taking_) return;
     const QScopedValueRollback<bool> taking(taking_, true);
     hands_->Settle();
     AnswerPending();
