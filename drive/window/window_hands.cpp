@@ -142,7 +142,12 @@ void WindowHands::DoubleClick(Control& control) {
         place = table->visualRect(table->model()->index(control.ListIndex(), 0)).center();
     }
     if (needsFirst) ClickAt(*widget.mouse, place);
-    if (still) DoubleClickAt(*still, place);
+    if (!still) return;
+    const bool whole = control.Owner().WholeTextSelected();
+    DoubleClickAt(*still, place);
+    // It selects a word; how much of the text that is must not make the answers differ.
+    if (auto* line = qobject_cast<QLineEdit*>(still.data()); line && line->hasFocus())
+        whole ? line->selectAll() : line->deselect();
 }
 
 void WindowHands::Choose(Control& control, int entry) {
