@@ -261,7 +261,9 @@ CopyOutcome AttachmentStore::CopyDocument(const QString& from, const Attachment&
 }
 
 QString AttachmentStore::DocumentFolder() const {
-    const QString folder = context_.Company.ドキュメントフォルダ.trimmed();
+    QString folder = context_.Company.ドキュメントフォルダ.trimmed();
+    while (folder.size() > 1 && IsSeparator(folder.back()))
+        folder.chop(1);
     if (folder.isEmpty() || IsAbsolute(folder)) return platform::NativePath(folder);
     return platform::NativePath(context_.InstallRoot + "/" + folder);
 }

@@ -67,12 +67,17 @@ QString TitleOf(const QString& path) {
     return folder || point <= 0 ? name : name.left(point);
 }
 
-/// False when the user broke the copy off.
-bool Add(DiaryContext& diary, QString path) {
+QString WithoutClosingSeparator(QString path) {
     while (path.endsWith(u'/') || path.endsWith(u'\\'))
         path.chop(1);
+    return path;
+}
+
+/// Tells in the notice line what was left undone.
+Outcome Add(DiaryContext& diary, const QString& chosen) {
+    const QString path = WithoutClosingSeparator(chosen);
     const QString title = TitleOf(path);
-    if (title.isEmpty()) return true;
+    if (title.isEmpty()) return {};
     attachments::AttachmentStore::Columns columns{{QStringLiteral("タイトル"), title},
                                                   {QStringLiteral("伝票事業所コード"), diary.session.SiteCode}};
     for (const char* code : {"担当者コード", "部門コード", "セクションコード"})
@@ -84,10 +89,10 @@ bool Add(DiaryContext& diary, QString path) {
         outcome =
             diary.attachments.AddAttachment(kProgramId, IdentityOnScreen(diary), path, columns, dialog.Progress());
     }
-    if (diary.host.Ended()) return false;
+    if (diary.host.Ended()) return outcome;
     ShowAttachments(diary);
     diary.ShowNotice(attachments::OutcomeNotice(outcome));
-    return outcome.files.fault != FileFault::Cancelled;
+    return outcome;
 }
 
 /// The notice line while something is removed; the form takes no input meanwhile, and drops what came in that time.
@@ -157,7 +162,7 @@ void AddFolder(DiaryContext& diary) {
     const auto path =
         diary.host.AskPath({screen::PathDialog::Kind::Folder, QStringLiteral("書類を選択して下さい"), start, {}});
     // Confirming what the dialog came up with counts as no choice: nobody attaches all that he has by accident.
-    if (path && *path != start) Add(diary, *path);
+    if (path && WithoutClosingSeparator(*path) != WithoutClosingSeparator(start)) Add(diary, *path);
 }
 
 void AddGiven(DiaryContext& diary, const QStringList& paths) {
@@ -165,8 +170,15 @@ void AddGiven(DiaryContext& diary, const QStringList& paths) {
         diary.ShowNotice(QStringLiteral("登録してから付属書類を追加してください。"));
         return;
     }
-    for (const QString& path : paths)
-        if (!Add(diary, path)) return;
+    QString firstNotice;
+    for (const QString& path : paths) {
+        const Outcome outcome = Add(diary, path);
+        if (diary.host.Ended()) return;
+        if (firstNotice.isEmpty()) firstNotice = attachments::OutcomeNotice(outcome);
+        if (outcome.files.fault == FileFault::Cancelled) break;
+    }
+    // The line holds one notice: what went wrong first mustn't vanish behind what went well after it.
+    diary.ShowNotice(firstNotice);
 }
 
 void RemoveSelected(DiaryContext& diary) {

@@ -7,12 +7,6 @@ namespace diary {
 using numbers::FiscalYearEnd;
 using numbers::FiscalYearStart;
 
-namespace {
-
-constexpr int kAnyDateLevel = 6;
-
-}  // namespace
-
 SlotWindow SlotWindowOn(const QString& today, numbers::Closing closing) {
     const QString start = FiscalYearStart(closing, today);
     const items::Ymd startDate = items::ReadDate(start);

@@ -16,6 +16,9 @@ struct SlotWindow {
 /// closing of the month two years past the year's end.
 SlotWindow SlotWindowOn(const QString& today, numbers::Closing closing);
 
+/// The access level whose bearer no window holds.
+constexpr int kAnyDateLevel = 6;
+
 /// What decides whether a slot may be written.
 struct SlotDates {
     QString slotDate;
@@ -23,7 +26,7 @@ struct SlotDates {
     bool isNew = true;
 };
 
-/// True when this user may write the slot: inside the window, or with access level 6 anywhere.
+/// True when this user may write the slot: inside the window, or with kAnyDateLevel anywhere.
 bool SlotDateEditable(const SlotDates& dates, const SlotWindow& window, int accessLevel);
 
 }  // namespace diary

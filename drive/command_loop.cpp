@@ -79,7 +79,10 @@ void CommandLoop::RunUntil(const std::function<bool()>& done) {
 }
 
 void CommandLoop::TakeDuringWait() {
-    if (!takesDuringWait_ || taking_ || host_.Waiting().isEmpty()) return;
+    if (host_.Waiting().isEmpty()) return;
+    // A wait may have no end, and then nothing else would end the program of somebody who is gone.
+    if (NobodyReads()) std::_Exit(0);
+    if (!takesDuringWait_ || taking_) return;
     const QScopedValueRollback<bool> taking(taking_, true);
     hands_->Settle();
     AnswerPending();
@@ -110,7 +113,8 @@ bool CommandLoop::ReadCommand(QJsonObject& command) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(line), &error);
     if (!document.isObject()) {
-        refusal_ = QStringLiteral("not a JSON object: %1").arg(error.errorString());
+        refusal_ = QStringLiteral("not a JSON object");
+        if (error.error != QJsonParseError::NoError) refusal_ += ": " + error.errorString();
         return false;
     }
     command = document.object();
@@ -252,6 +256,9 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
         if (kind != ControlKind::ListView || !ReadPosition(command, "column", control->columns.size(), position))
             return QStringLiteral("%1 has no such column").arg(control->Name());
         hands_->ClickHeader(*control, position);
+    } else if (what == "drop") {
+        if (!control->onPathsGiven) return QStringLiteral("%1 takes no files").arg(control->Name());
+        hands_->Drop(*control, command.value("paths").toVariant().toStringList());
     } else {
         return QStringLiteral("no command %1").arg(what);
     }

@@ -30,7 +30,8 @@ class CommandLoop {
     void RunUntil(const std::function<bool()>& done);
 
     /// Takes the commands that are there while the client waits for another program, when the command that began the
-    /// wait asked for it ("nowait"); that one is answered first.
+    /// wait asked for it ("nowait"); that one is answered first. Ends the process when nobody reads its answers any
+    /// more.
     void TakeDuringWait();
 
     /// Answers the command under way, or the first one of a program that ended by itself, with "ended".

@@ -18,9 +18,11 @@ DriverProcess::~DriverProcess() {
 bool DriverProcess::Start(const QStringList& arguments) {
     process_.setProgram(QCoreApplication::applicationDirPath() + "/katsudo-drive");
     process_.setArguments(arguments);
-    // What a killed client leaves stays with its tree.
+    // What a killed client leaves, and where its user begins to look for documents, stays with its tree.
+    const QString root = arguments.value(arguments.indexOf("--root") + 1);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_STATE_HOME", arguments.value(arguments.indexOf("--root") + 1) + "/state");
+    environment.insert("XDG_STATE_HOME", root + "/state");
+    environment.insert("USERPROFILE", root + "/机");
     process_.setProcessEnvironment(environment);
     process_.start();
     return process_.waitForStarted();

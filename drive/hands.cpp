@@ -31,6 +31,9 @@ void Hands::SelectRow(screen::Control& control, int row) {
 void Hands::ClickHeader(screen::Control& control, int column) {
     screen::UserClickHeader(control, column);
 }
+void Hands::Drop(screen::Control& control, const QStringList& paths) {
+    screen::UserGivePaths(control, paths);
+}
 void Hands::Answer(screen::Button button) {
     host_.Answer(button);
 }

@@ -23,6 +23,7 @@ class Hands {
     virtual void SetValue(screen::Control& control, int value);
     virtual void SelectRow(screen::Control& control, int row);
     virtual void ClickHeader(screen::Control& control, int column);
+    virtual void Drop(screen::Control& control, const QStringList& paths);
     virtual void Answer(screen::Button button);
     virtual void AnswerPath(const std::optional<QString>& path);
     virtual void Close(screen::Form& form);

@@ -41,4 +41,9 @@ bool LineReader::ReadLine(std::string& line) {
     return true;
 }
 
+bool NobodyReads() {
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
+}
+
 }  // namespace drive

@@ -20,4 +20,7 @@ class LineReader {
     bool ended_ = false;
 };
 
+/// True when the reader of standard output is gone, so that no answer can reach anybody.
+bool NobodyReads();
+
 }  // namespace drive

@@ -14,14 +14,12 @@ QString IdentityOf(const SlotKey& key) {
     return attachments::SlotIdentity(key.日付, key.開始時刻, key.終了時刻, key.担当者コード);
 }
 
-constexpr int kAnyDateLevel = 6;
-
 bool DatesWithinWindow(const MoveContext& move) {
     const session::SessionContext& session = move.diary.session;
     const diary::SlotWindow window =
         MoveWindowOn(items::DateText(move.diary.clock.Now()), numbers::CompanyClosing(session));
     return (window.Holds(move.source.日付) && window.Holds(move.target.Key().日付)) ||
-           session.RunningStaffAccessLevel == kAnyDateLevel;
+           session.RunningStaffAccessLevel == diary::kAnyDateLevel;
 }
 
 /// Right, period and a free target. All three are found out before anything is said, and the user gets one answer.

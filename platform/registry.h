@@ -29,7 +29,7 @@ class Registry {
     virtual QStringList Subkeys(Hive hive, const QString& key) const = 0;
 };
 
-/// A registry in memory, for a machine without one.
+/// A registry in memory, where what would be written into a machine's can be read. Empty at first.
 class MemoryRegistry : public Registry {
   public:
     bool HasKey(Hive hive, const QString& key) const override;

@@ -1,10 +1,13 @@
 #include "drive/window/widget_input.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPointer>
+#include <QUrl>
 #include <QtTest/QTest>
 
 namespace drive {
@@ -45,6 +48,19 @@ void CommitText(QWidget& widget, const QString& text) {
     QInputMethodEvent event;
     event.setCommitString(text);
     QApplication::sendEvent(&widget, &event);
+}
+
+void DropFiles(QWidget& widget, const QStringList& paths) {
+    QList<QUrl> urls;
+    for (const QString& path : paths)
+        urls.append(QUrl::fromLocalFile(path));
+    QMimeData data;
+    data.setUrls(urls);
+    // The toolkit lets nothing drop that hasn't come over the widget before.
+    QDragEnterEvent over(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &over);
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&widget, &drop);
 }
 
 void GiveFocus(QWidget& widget) {

@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 // Single events, sent to a widget as the platform would. Each may run a whole modal wait before it returns, and the
@@ -18,6 +19,8 @@ void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::N
 void TypeKeys(QWidget& widget, const QString& text);
 /// Puts the text in as a whole, as an input method or the clipboard does.
 void CommitText(QWidget& widget, const QString& text);
+/// Drops files or folders of this machine onto the widget.
+void DropFiles(QWidget& widget, const QStringList& paths);
 /// Gives the widget the focus by something else than a click, as an assistive tool does; works also while its window is
 /// not the active one.
 void GiveFocus(QWidget& widget);

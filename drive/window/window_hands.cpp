@@ -142,7 +142,12 @@ void WindowHands::DoubleClick(Control& control) {
         place = table->visualRect(table->model()->index(control.ListIndex(), 0)).center();
     }
     if (needsFirst) ClickAt(*widget.mouse, place);
-    if (still) DoubleClickAt(*still, place);
+    if (!still) return;
+    const bool whole = control.Owner().WholeTextSelected();
+    DoubleClickAt(*still, place);
+    // It selects a word; how much of the text that is must not make the answers differ.
+    if (auto* line = qobject_cast<QLineEdit*>(still.data()); line && line->hasFocus())
+        whole ? line->selectAll() : line->deselect();
 }
 
 void WindowHands::Choose(Control& control, int entry) {
@@ -182,6 +187,10 @@ void WindowHands::ClickHeader(Control& control, int column) {
     QHeaderView* header = table->horizontalHeader();
     const QPoint place(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
     ClickAt(*header->viewport(), place);
+}
+
+void WindowHands::Drop(Control& control, const QStringList& paths) {
+    DropFiles(*static_cast<desktop::ListTable*>(WidgetOf(control).whole)->viewport(), paths);
 }
 
 void WindowHands::Answer(screen::Button button) {

@@ -20,6 +20,7 @@ class WindowHands : public Hands {
     void SetValue(screen::Control& control, int value) override;
     void SelectRow(screen::Control& control, int row) override;
     void ClickHeader(screen::Control& control, int column) override;
+    void Drop(screen::Control& control, const QStringList& paths) override;
     void Answer(screen::Button button) override;
     void AnswerPath(const std::optional<QString>& path) override;
     void Close(screen::Form& form) override;
