@@ -43,6 +43,13 @@ void CheckPages(store::Connection& connection, const QString& name, QStringList&
     if (verdict != "ok") wrong << QString("The %1 store is damaged: %2").arg(name, verdict);
 }
 
+// A server's database that was made by other means lacks what a search calls.
+void CheckSearch(store::Connection& connection, QStringList& wrong) {
+    store::Fault fault;
+    if (!connection.Query("SELECT TOP 1 * FROM K発信区分 WHERE 名称 LIKE '%当方%'", fault))
+        wrong << "Texts can't be searched: " + fault.description;
+}
+
 /// Asks one store for rows that have to be there.
 class RowCheck {
   public:
@@ -146,6 +153,7 @@ TreeReport CheckTree(const Tree& tree) {
         // A server looks after its own pages.
         if (open.dbKind != "S") CheckPages(*open.main, "main", wrong);
         CheckTables(*open.main, session::MainTables(), wrong);
+        CheckSearch(*open.main, wrong);
         CheckCompany(tree, *open.main, wrong);
         CheckSites(open, wrong);
         CheckClasses(*open.main, report.unfinished);

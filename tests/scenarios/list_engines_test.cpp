@@ -8,6 +8,7 @@
 
 #include "lists/list_families.h"
 #include "session/schema.h"
+#include "setup/check_tree.h"
 #include "setup/create_tree.h"
 #include "setup/tree.h"
 #include "tests/scenarios/office.h"
@@ -164,6 +165,21 @@ TEST_F(TwoEngines, TheClientsLoginMayDoNoMoreThanTheClientDoes) {
     ASSERT_TRUE(admin && admin->Run("CREATE ROLE " + stranger + " LOGIN PASSWORD 'x'", fault));
     EXPECT_FALSE(store::PostgresLink::Open({server_.server, 0, server_.database, stranger, "x"}, {}, fault));
     EXPECT_TRUE(fault.description.contains("permission denied")) << fault.description.toStdString();
+}
+
+TEST_F(TwoEngines, ACheckTellsWhatAServersDatabaseLacks) {
+    const setup::Tree tree{place_.path() + "/server"};
+    EXPECT_EQ(setup::CheckTree(tree).wrong.join('\n').toStdString(), "");
+    store::Fault fault;
+    const auto admin = store::PostgresLink::Open(setup::AdminLogin(server_, server_.database), {}, fault);
+    ASSERT_TRUE(admin && admin->Run("DROP FUNCTION katsudo_pieces CASCADE; DROP TABLE \"M郵便番号\"; "
+                                    "ALTER TABLE \"M部門\" DROP COLUMN \"名称\"",
+                                    fault))
+        << fault.description.toStdString();
+    const QString wrong = setup::CheckTree(tree).wrong.join('\n');
+    for (const QString words :
+         {"Texts can't be searched: ", "The table M郵便番号 can't be read: ", "The table M部門 has no column 名称."})
+        EXPECT_TRUE(wrong.contains(words)) << wrong.toStdString();
 }
 
 // An administrator's mistake must not cost the company its database, nor the tree its stores.

@@ -1,6 +1,8 @@
-// Two clients of two logins on one tree, each reporting as fast as it can.
+// Two clients of two logins on one tree, each reporting as fast as it can; with the main store in a file and on a
+// server.
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QTemporaryDir>
 #include <thread>
@@ -71,11 +73,21 @@ void PlayTwoClients(const QString& root, int times, Commands commands) {
     EXPECT_EQ(suzukiProblem.toStdString(), "");
 }
 
-TEST(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
-    const QTemporaryDir place;
-    const QString root = place.path() + "/office";
-    ASSERT_EQ(scenario::MakeOffice(root), QString());
+/// The parameter is true for a server.
+class TwoClientsSideBySide : public testing::TestWithParam<bool> {
+  protected:
+    void SetUp() override {
+        if (GetParam() && scenario::TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+        const QString database = QString("two_%1").arg(QCoreApplication::applicationPid());
+        ASSERT_EQ(scenario::MakeOffice(root, GetParam() ? database : QString()).toStdString(), "");
+    }
+    void TearDown() override { scenario::DropServerStore(root); }
 
+    QTemporaryDir place_;
+    const QString root = place_.path() + "/office";
+};
+
+TEST_P(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
     PlayTwoClients(root, kSaves, SlotCommands);
     EXPECT_EQ(Count(root, "data", "DISTINCT 担当者コード || 日付 || 相手先略称) FROM T営業活動明細"), 2 * kSaves);
     EXPECT_EQ(Count(root, "data", "*) FROM T営業活動"), 2 * kSaves);
@@ -94,10 +106,7 @@ TEST(TwoClientsSideBySide, KeepEverySlotAndNeverShareAViewingNumber) {
     RecordProperty("refused", refused);
 }
 
-TEST(TwoClientsSideBySide, EachLookOfBothIsLoggedUnderANumberOfItsOwn) {
-    const QTemporaryDir place;
-    const QString root = place.path() + "/office";
-    ASSERT_EQ(scenario::MakeOffice(root), QString());
+TEST_P(TwoClientsSideBySide, EachLookOfBothIsLoggedUnderANumberOfItsOwn) {
     PlayTwoClients(root, kLooks, LookCommands);
     for (const QString login : {"sato", "suzuki"})
         EXPECT_EQ(Count(root, "data", "*) FROM T閲覧 WHERE ユーザID LIKE '" + login + "%'"), kLooks);
@@ -106,8 +115,12 @@ TEST(TwoClientsSideBySide, EachLookOfBothIsLoggedUnderANumberOfItsOwn) {
                     QString("DISTINCT 閲覧No) FROM T閲覧 WHERE 閲覧No <= '%1'").arg(2 * kLooks, 8, 10, QChar('0'))),
               2 * kLooks);
     // A number may be refused to the one that comes second; nothing else may fail.
-    const QString refused = " AND 摘要 NOT LIKE '%UNIQUE%[T閲覧]%' AND 摘要 NOT LIKE '%UNIQUE%[A期日別番号情報]%'";
-    EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー %'" + refused), 0);
+    const QString words = GetParam() ? "duplicate key" : "UNIQUE";
+    const QString refused = QString(" AND 摘要 NOT LIKE '%%1%[T閲覧]%' AND 摘要 NOT LIKE '%%1%[A期日別番号情報]%'");
+    EXPECT_EQ(Count(root, "conf", "*) FROM プログラム稼動履歴 WHERE 摘要 LIKE 'エラー %'" + refused.arg(words)), 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(Stores, TwoClientsSideBySide, testing::Bool(),
+                         [](const auto& info) { return info.param ? "server" : "file"; });
 
 }  // namespace

@@ -1,4 +1,7 @@
+#include <QRandomGenerator>
+
 #include "store/connection_string.h"
+#include "store/kana_fold.h"
 #include "tests/store/store_fixture.h"
 
 namespace store {
@@ -69,6 +72,32 @@ TEST(PostgresLogin, IsReadFromTheConnectionString) {
 }
 
 class OnServer : public OnEngine {};
+
+// The two folds are two programs of one table.
+TEST_P(OnServer, FoldsAsFilesDo) {
+    OpenStore db(GetParam());
+    const QString letters = QString::fromUtf8(
+        "aZé1 ~^\\Ａｚ～￣￥　｡､ｦｶﾊﾜｳﾞﾟｰｯ゛゜\u3099\u309Aかがはばぱゔゝゞカヴヽヾーッヶ・①㈱髙𠮷−〜々〻～亜");
+    const std::u32string pool = letters.toStdU32String();
+    QRandomGenerator random(5);
+    for (int round = 0; round < 40; ++round) {
+        QStringList texts, columns;
+        for (int i = 0; i < 50; ++i) {
+            std::u32string text;
+            for (int length = 1 + random.bounded(6); length > 0; --length)
+                text += pool[std::size_t(random.bounded(int(pool.size())))];
+            texts << QString::fromStdU32String(text);
+            columns << QString("katsudo_fold('%1') AS c%2").arg(texts.last()).arg(i);
+        }
+        Fault fault;
+        const auto row = db->Query("SELECT " + columns.join(", "), fault);
+        ASSERT_TRUE(row && !row->Eof()) << fault.description.toStdString();
+        for (int i = 0; i < texts.size(); ++i) {
+            QString folded = QString::fromStdString(*LikePattern(texts[i].toStdString()).Folded());
+            EXPECT_EQ(row->Value(QString("c%1").arg(i)), folded.replace("\\\\", "\\")) << texts[i].toStdString();
+        }
+    }
+}
 
 TEST_P(OnServer, ABrokenLinkCostsOneStatement) {
     OpenStore db(GetParam());
