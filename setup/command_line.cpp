@@ -7,9 +7,11 @@
 #include <QTextStream>
 
 #include "platform/clock.h"
+#include "setup/backup.h"
 #include "setup/check_tree.h"
 #include "setup/create_tree.h"
 #include "setup/pin_store.h"
+#include "setup/restore.h"
 #include "setup/stand_ins.h"
 
 namespace setup {
@@ -20,6 +22,8 @@ constexpr const char* kUsage =
     "       katsudo-setup pin --root DIR (--staff CODE | --privilege [--site CODE]) --pin TEXT [--admin-user NAME]\n"
     "       katsudo-setup check --root DIR\n"
     "       katsudo-setup stand-ins --root DIR\n"
+    "       katsudo-setup backup --root DIR --to FOLDER\n"
+    "       katsudo-setup restore --root DIR --from FOLDER\n"
     "       katsudo-setup --help | --version\n"
     "\n"
     "create  makes an installation: its folders, the environment and the main database.\n"
@@ -41,6 +45,8 @@ constexpr const char* kUsage =
     "pin     stores the PIN of a staff member, or the privilege PIN: of one site, or of the company and all sites.\n"
     "stand-ins  puts katsudo-sibling into the installation in place of every program that the client starts; a demo\n"
     "        has it from the start.\n"
+    "backup  copies stores, PIN key and documents of an installation into a new folder, while clients run.\n"
+    "restore puts a backup in their place; what is replaced stays beside it.\n"
     "check   tells what is wrong with an installation; the exit code is 0 when nothing is.\n";
 
 /// A command line taken apart. `error` tells why that failed.
@@ -68,7 +74,9 @@ const QHash<QString, CommandOptions>& Commands() {
            "--database", "--admin-user", "--admin-password", "--user", "--password"}}},
         {"pin", {{"--privilege"}, {"--root", "--staff", "--site", "--pin", "--admin-user", "--admin-password"}}},
         {"check", {{}, {"--root"}}},
-        {"stand-ins", {{}, {"--root"}}}};
+        {"stand-ins", {{}, {"--root"}}},
+        {"backup", {{}, {"--root", "--to"}}},
+        {"restore", {{}, {"--root", "--from"}}}};
     return commands;
 }
 
@@ -221,6 +229,24 @@ int Check(const Tree& tree) {
     return wrong.isEmpty() ? 0 : 1;
 }
 
+int MakeBackup(const Arguments& arguments, const Tree& tree) {
+    if (arguments.values.value("--to").isEmpty()) return UsageError("--to is missing.");
+    const QString folder = QDir(arguments.values.value("--to")).absolutePath();
+    const int code = Finish(BackupTree(tree, folder));
+    if (code == 0) Say(stdout, folder + " holds a backup of " + tree.root + ".\n");
+    return code;
+}
+
+int RestoreBackup(const Arguments& arguments, const Tree& tree) {
+    if (arguments.values.value("--from").isEmpty()) return UsageError("--from is missing.");
+    const auto [problem, kept] = RestoreTree(tree, QDir(arguments.values.value("--from")).absolutePath());
+    for (const QString& file : kept)
+        Say(stdout, "Kept: " + file + "\n");
+    const int code = Finish(problem);
+    if (code == 0) Say(stdout, tree.root + " is as it was backed up.\n");
+    return code;
+}
+
 }  // namespace
 
 int RunSetup(const QStringList& words, const QString& programFolder) {
@@ -233,6 +259,8 @@ int RunSetup(const QStringList& words, const QString& programFolder) {
     const Tree tree{QDir(arguments.values.value("--root")).absolutePath()};
     if (arguments.command == "create") return Create(arguments, tree, programFolder);
     if (arguments.command == "stand-ins") return Finish(InstallStandIns(tree, StandIn(programFolder)));
+    if (arguments.command == "backup") return MakeBackup(arguments, tree);
+    if (arguments.command == "restore") return RestoreBackup(arguments, tree);
     return arguments.command == "pin" ? SetPin(arguments, tree) : Check(tree);
 }
 
