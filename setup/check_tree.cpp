@@ -5,6 +5,7 @@
 
 #include "identity/stored_pin.h"
 #include "session/schema.h"
+#include "setup/copy_tree.h"
 #include "setup/empty_rows.h"
 
 namespace setup {
@@ -14,6 +15,8 @@ void CheckFolders(const Tree& tree, QStringList& wrong) {
     for (const QString& name : Tree::FolderNames())
         if (name != Tree::DocumentFolder() && !QFileInfo(tree.Folder(name)).isDir())
             wrong << "The folder " + name + " is missing.";
+    if (QFile::exists(UnfinishedCopy(tree)))
+        wrong << "The tree holds an unfinished copy: run katsudo-setup copy again.";
     if (!identity::IsPinKey(tree.PinKey())) wrong << "The PIN key conf/pin.key is missing or damaged.";
 }
 

@@ -9,6 +9,7 @@
 #include "platform/clock.h"
 #include "setup/backup.h"
 #include "setup/check_tree.h"
+#include "setup/copy_tree.h"
 #include "setup/create_tree.h"
 #include "setup/pin_store.h"
 #include "setup/restore.h"
@@ -24,6 +25,7 @@ constexpr const char* kUsage =
     "       katsudo-setup stand-ins --root DIR\n"
     "       katsudo-setup backup --root DIR --to FOLDER\n"
     "       katsudo-setup restore --root DIR --from FOLDER\n"
+    "       katsudo-setup copy --from DIR --to DIR [--admin-user NAME] [--progress]\n"
     "       katsudo-setup --help | --version\n"
     "\n"
     "create  makes an installation: its folders, the environment and the main database.\n"
@@ -47,6 +49,9 @@ constexpr const char* kUsage =
     "        has it from the start.\n"
     "backup  copies stores, PIN key and documents of an installation into a new folder, while clients run.\n"
     "restore puts a backup in their place; what is replaced stays beside it.\n"
+    "copy    carries a company into an installation that was made empty, on whatever engines, and compares the two;\n"
+    "        an interrupted copy is run again. --admin-user and --admin-password as for create, of the target's "
+    "server.\n"
     "check   tells what is wrong with an installation; the exit code is 0 when nothing is.\n";
 
 /// A command line taken apart. `error` tells why that failed.
@@ -76,7 +81,8 @@ const QHash<QString, CommandOptions>& Commands() {
         {"check", {{}, {"--root"}}},
         {"stand-ins", {{}, {"--root"}}},
         {"backup", {{}, {"--root", "--to"}}},
-        {"restore", {{}, {"--root", "--from"}}}};
+        {"restore", {{}, {"--root", "--from"}}},
+        {"copy", {{"--progress"}, {"--from", "--to", "--admin-user", "--admin-password"}}}};
     return commands;
 }
 
@@ -99,7 +105,9 @@ Arguments Parse(const QStringList& words) {
         else
             arguments.values.insert(word, words[i]);
     }
-    if (arguments.error.isEmpty() && arguments.values.value("--root").isEmpty()) arguments.error = "--root is missing.";
+    for (const QString& tree : arguments.command == "copy" ? QStringList{"--from", "--to"} : QStringList{"--root"})
+        if (arguments.error.isEmpty() && arguments.values.value(tree).isEmpty())
+            arguments.error = tree + " is missing.";
     return arguments;
 }
 
@@ -163,6 +171,7 @@ std::optional<ServerAdmin> TakeAdmin(const Arguments& arguments) {
 
 void ShowProgress(const QString& what, qint64 done, qint64 total) {
     if (total == 0) return Say(stderr, what + "\n");
+    if (total < 0) return Say(stderr, QString("\r%1 %2\x1b[K").arg(what).arg(done));
     constexpr int kWidth = 30;
     const int filled = total > 0 ? int(done * kWidth / total) : 0;
     const QString bar = QString(filled, u'#') + QString(kWidth - filled, u'.');
@@ -247,6 +256,17 @@ int RestoreBackup(const Arguments& arguments, const Tree& tree) {
     return code;
 }
 
+int Copy(const Arguments& arguments) {
+    CopyOrder order;
+    order.from.root = QDir(arguments.values.value("--from")).absolutePath();
+    order.to.root = QDir(arguments.values.value("--to")).absolutePath();
+    order.admin = TakeAdmin(arguments);
+    if (arguments.Has("--progress") || isatty(STDERR_FILENO)) order.progress = ShowProgress;
+    const int code = Finish(CopyTree(order));
+    if (code == 0) Say(stdout, order.to.root + " holds the company of " + order.from.root + ".\n");
+    return code;
+}
+
 }  // namespace
 
 int RunSetup(const QStringList& words, const QString& programFolder) {
@@ -256,6 +276,7 @@ int RunSetup(const QStringList& words, const QString& programFolder) {
     }
     Arguments arguments = Parse(words);
     if (!arguments.error.isEmpty()) return UsageError(arguments.error);
+    if (arguments.command == "copy") return Copy(arguments);
     const Tree tree{QDir(arguments.values.value("--root")).absolutePath()};
     if (arguments.command == "create") return Create(arguments, tree, programFolder);
     if (arguments.command == "stand-ins") return Finish(InstallStandIns(tree, StandIn(programFolder)));

@@ -25,18 +25,13 @@ QString StoreIn(const QString& folder) {
     return {};
 }
 
-QString MainStoreFile(const Tree& tree, store::Connection& config, QString& problem) {
-    const QString sql = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
-    if (!IsFileProvider(ReadValue(config, sql, "プロバイダ名").trimmed())) {
-        problem = "The main store isn't a file of this tree; a server has tools of its own for that.";
-        return {};
-    }
-    const QString file = PathFrom(tree, ReadValue(config, sql, "データソース名").trimmed());
-    if (!LiesInTree(tree, file)) problem = "The main store lies outside the tree: " + file;
-    return file;
-}
-
 }  // namespace
+
+QString MainStoreFile(const Tree& tree, store::Connection& config) {
+    const QString sql = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
+    if (!IsFileProvider(ReadValue(config, sql, "プロバイダ名").trimmed())) return {};
+    return PathFrom(tree, ReadValue(config, sql, "データソース名").trimmed());
+}
 
 bool LiesInTree(const Tree& tree, const QString& path) {
     return path.startsWith(QDir::cleanPath(tree.root) + "/");
@@ -51,7 +46,11 @@ TreeFiles FindTreeFiles(const Tree& tree) {
     const OpenTree open = OpenStores(tree);
     files.problem = open.problem;
     if (!open.config) return files;
-    const QString main = MainStoreFile(tree, *open.config, files.problem);
+    const QString main = MainStoreFile(tree, *open.config);
+    if (main.isEmpty())
+        files.problem = "The main store isn't a file of this tree; a server has tools of its own for that.";
+    else if (!LiesInTree(tree, main))
+        files.problem = "The main store lies outside the tree: " + main;
     if (!files.problem.isEmpty()) return files;
     const QDir root(tree.root);
     files.stores = {root.relativeFilePath(main), root.relativeFilePath(StoreIn(tree.Folder("conf")))};

@@ -19,6 +19,9 @@ struct TreeFiles {
 /// Finds them by what the tree's own tables name. A main store on a server, or outside the tree, is a problem.
 TreeFiles FindTreeFiles(const Tree& tree);
 
+/// Path of the file that a tree's environment store names as its main store; empty when it names none.
+QString MainStoreFile(const Tree& tree, store::Connection& config);
+
 /// Path of the document folder that a main store names, from the root of the tree; empty without one.
 QString DocumentFolderOf(const Tree& tree, store::Connection& main);
 

@@ -1,6 +1,7 @@
 #include "store/bulk_writer.h"
 
 #include <QFileInfo>
+#include <vector>
 
 #include "store/postgres_link.h"
 #include "store/sqlite_file.h"
@@ -32,15 +33,17 @@ class PostgresBulkWriter : public BulkWriter {
 
 }  // namespace
 
-std::unique_ptr<BulkWriter> BulkWriter::Open(const QString& path, Fault& fault) {
+std::unique_ptr<BulkWriter> BulkWriter::Open(const QString& path, Fault& fault, CutShort leaves) {
     if (!QFileInfo(path).isFile()) {
         fault = {0, QStringLiteral("データベースファイルがありません: %1").arg(path)};
         return nullptr;
     }
     auto file = SqliteFile::Open(path, SqliteFile::Mode::Existing, fault);
     // None of these outlives the connection: the file keeps its rollback journal.
-    for (const auto* pragma : {"PRAGMA journal_mode = MEMORY", "PRAGMA synchronous = OFF", "PRAGMA cache_size = -65536",
-                               "PRAGMA temp_store = MEMORY"}) {
+    std::vector<const char*> pragmas = {"PRAGMA cache_size = -65536", "PRAGMA temp_store = MEMORY"};
+    if (leaves == CutShort::Rubbish)
+        pragmas.insert(pragmas.end(), {"PRAGMA journal_mode = MEMORY", "PRAGMA synchronous = OFF"});
+    for (const auto* pragma : pragmas) {
         if (!file || !file->Run(QString::fromLatin1(pragma), fault)) {
             return nullptr;
         }

@@ -9,14 +9,20 @@ namespace store {
 
 struct PostgresLogin;
 
-/// Fills a store with very many rows. For set-up programs, with nobody else on the store: for speed it does without
-/// the safety against a power cut, so a run that was cut short leaves a store to be thrown away.
+/// Fills a store with very many rows. For set-up programs, with nobody else on the store.
 class BulkWriter {
   public:
-    /// Opens an existing store file at an absolute path. Returns null on a fault and fills `fault`.
-    static std::unique_ptr<BulkWriter> Open(const QString& path, Fault& fault);
+    /// What a run that is cut short leaves of a file.
+    enum class CutShort {
+        Rubbish,    ///< a store to be thrown away; the fastest
+        Committed,  ///< what was committed, and nothing else
+    };
 
-    /// The same for a database of a PostgreSQL server. Its statements wait as long as they take.
+    /// Opens an existing store file at an absolute path. Returns null on a fault and fills `fault`.
+    static std::unique_ptr<BulkWriter> Open(const QString& path, Fault& fault, CutShort leaves = CutShort::Rubbish);
+
+    /// The same for a database of a PostgreSQL server, which always keeps what was committed, but for the last moment
+    /// before a power cut. Its statements wait as long as they take.
     static std::unique_ptr<BulkWriter> Open(const PostgresLogin& login, Fault& fault);
 
     virtual ~BulkWriter() = default;

@@ -1,0 +1,84 @@
+#include "setup/copy_target.h"
+
+#include "session/server_schema.h"
+#include "setup/tree_files.h"
+#include "store/postgres_link.h"
+
+namespace setup {
+namespace {
+
+const QString kDefinition = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
+
+store::PostgresLogin ServerLogin(store::Connection& config, const std::optional<ServerAdmin>& admin) {
+    const auto value = [&config](const QString& column) { return ReadValue(config, kDefinition, column).trimmed(); };
+    store::PostgresLogin login;
+    store::TakeServer(value("サーバー名"), login);
+    login.database = value("データベース名");
+    login.user = admin ? admin->user : value("ユーザーID");
+    login.password = admin ? admin->password : value("パスワード");
+    return login;
+}
+
+QString IndexName(const QString& createIndex) {
+    const QString head = "CREATE INDEX ";
+    return createIndex.mid(head.size(), createIndex.indexOf(" ON ") - head.size());
+}
+
+}  // namespace
+
+std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::optional<ServerAdmin>& admin,
+                                             QString& problem) {
+    auto target = std::make_unique<CopyTarget>();
+    target->open_ = OpenStores(tree, admin);
+    problem = target->open_.problem;
+    if (!problem.isEmpty()) return nullptr;
+    const QString file = MainStoreFile(tree, target->Config());
+    const QString provider = ReadValue(target->Config(), kDefinition, "プロバイダ名").trimmed();
+    store::Fault fault;
+    if (!file.isEmpty()) {
+        target->writer_ = store::BulkWriter::Open(file, fault, store::BulkWriter::CutShort::Committed);
+        target->indexes_ = session::CreateIndexStatements;
+    } else if (provider.compare("PostgreSQL", Qt::CaseInsensitive) == 0) {
+        target->writer_ = store::BulkWriter::Open(ServerLogin(target->Config(), admin), fault);
+        target->indexes_ = session::ServerIndexStatements;
+    } else {
+        return target;
+    }
+    if (!target->writer_) problem = "The main store of " + tree.root + " can't be filled: " + fault.description;
+    return target->writer_ ? std::move(target) : nullptr;
+}
+
+bool CopyTarget::Run(const QString& sql, QString& problem) {
+    store::Fault fault;
+    if (writer_ ? writer_->Run(sql, fault) : open_.main->Execute(sql, fault)) return true;
+    problem = "The target's main store can't be filled: " + fault.description;
+    return false;
+}
+
+bool CopyTarget::Begin(QString& problem) {
+    store::Fault fault;
+    if (!writer_) return Run("BEGIN", problem);
+    if (writer_->Begin(fault)) return true;
+    problem = "The target's main store can't be written: " + fault.description;
+    return false;
+}
+
+bool CopyTarget::DropIndexes(QString& problem) {
+    if (!indexes_) return true;
+    if (!Begin(problem)) return false;
+    for (const session::Table& table : session::MainTables())
+        for (const QString& statement : indexes_(table))
+            if (!Run("DROP INDEX IF EXISTS " + IndexName(statement), problem)) return false;
+    return Commit(problem);
+}
+
+bool CopyTarget::MakeIndexes(QString& problem) {
+    if (!indexes_) return true;
+    if (!Begin(problem)) return false;
+    for (const session::Table& table : session::MainTables())
+        for (const QString& statement : indexes_(table))
+            if (!Run(QString(statement).replace(0, 12, "CREATE INDEX IF NOT EXISTS"), problem)) return false;
+    return Commit(problem) && Run("ANALYZE", problem);
+}
+
+}  // namespace setup
