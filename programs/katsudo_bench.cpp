@@ -4,6 +4,7 @@
 #include <QTextStream>
 
 #include "bench/list_bench.h"
+#include "bench/window/client_bench.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
 #include "setup/create_tree.h"
@@ -13,10 +14,12 @@ namespace {
 constexpr const char* kUsage =
     "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
     "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
+    "       katsudo-bench client [--parties N] [--slots N] [--root DIR]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
     "lists      times the searches of the party lists.\n"
     "documents  times typed document numbers, the lists of documents and the lists of used names.\n"
+    "client     times the client as a whole: its start, a slot saved and loaded, its waiting; and tells its memory.\n"
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
     "  --slots N      slots that point at them (1000000)\n"
@@ -33,7 +36,8 @@ Arguments Read(const QStringList& words) {
     Arguments arguments;
     arguments.command = words.value(0);
     const bool documents = arguments.command == "documents";
-    arguments.good = (documents || arguments.command == "lists") && words.size() % 2 == 1;
+    const bool client = arguments.command == "client";
+    arguments.good = (documents || client || arguments.command == "lists") && words.size() % 2 == 1;
     const auto take = [&arguments](const QString& text, qint64 most, qint64& number) {
         number = text.toLongLong(&arguments.good);
         arguments.good = arguments.good && number > 0 && number <= most;
@@ -45,7 +49,7 @@ Arguments Read(const QStringList& words) {
             take(words[i + 1], 1'900'000, arguments.parties);
         else if (words[i] == "--documents" && documents)
             take(words[i + 1], 10'000'000, arguments.documents);
-        else if (words[i] == "--slots" && documents)
+        else if (words[i] == "--slots" && (documents || client))
             take(words[i + 1], 100'000'000, arguments.slotCount);
         else
             arguments.good = false;
@@ -63,10 +67,8 @@ QString MakeCompany(const Arguments& arguments, const setup::Tree& tree, QTextSt
     order.demo->parties = int(arguments.parties);
     order.demo->activities = 1000;
     order.demo->today = QDate(2026, 4, 1);
-    if (arguments.command == "documents") {
-        order.demo->documents = int(arguments.documents);
-        order.demo->activities = arguments.slotCount;
-    }
+    if (arguments.command != "lists") order.demo->activities = arguments.slotCount;
+    if (arguments.command == "documents") order.demo->documents = int(arguments.documents);
     return setup::CreateTree(order);
 }
 
@@ -87,6 +89,7 @@ int Bench(const Arguments& arguments) {
         out << problem << '\n';
         return 1;
     }
+    if (arguments.command == "client") return bench::RunClientBench(tree, out) ? 0 : 1;
     const bool good = arguments.command == "lists" ? BenchLists(tree, out) : bench::RunDocumentBench(tree, out);
     return good ? 0 : 1;
 }
@@ -100,6 +103,9 @@ int main(int argc, char* argv[]) {
         QTextStream(stdout) << (words[0] == "--help" ? kUsage : "katsudo-bench " KATSUDO_VERSION "\n");
         return 0;
     }
+    // What `client` starts to see how long a start takes.
+    if (words.size() == 4 && words[0] == "start-client") return bench::StartClientOnce(words[1], words[2], words[3]);
+    if (words.size() == 2 && words[0] == "start-bare") return bench::StartBareOnce(words[1]);
     const Arguments arguments = Read(words);
     if (!arguments.good) {
         QTextStream(stderr) << kUsage;

@@ -1,0 +1,43 @@
+#include "bench/statement_trace.h"
+
+#include <sqlite3.h>
+
+namespace bench {
+namespace {
+
+bool noting = false;
+std::vector<Traced> noted;
+
+int Note(unsigned, void*, void* statement, void* text) {
+    if (!noting) return 0;
+    const QString sql = QString::fromUtf8(static_cast<const char*>(text));
+    for (const char* word : {"SELECT", "INSERT", "UPDATE", "DELETE"})
+        if (sql.trimmed().startsWith(QLatin1String(word), Qt::CaseInsensitive)) {
+            sqlite3* engine = sqlite3_db_handle(static_cast<sqlite3_stmt*>(statement));
+            noted.push_back({QString::fromUtf8(sqlite3_db_filename(engine, "main")), sql});
+            break;
+        }
+    return 0;
+}
+
+int WatchOne(sqlite3* engine, char**, const struct sqlite3_api_routines*) {
+    return sqlite3_trace_v2(engine, SQLITE_TRACE_STMT, Note, nullptr);
+}
+
+}  // namespace
+
+void StatementTrace::Watch() {
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(WatchOne));
+}
+
+void StatementTrace::Begin() {
+    noted.clear();
+    noting = true;
+}
+
+std::vector<Traced> StatementTrace::End() {
+    noting = false;
+    return std::move(noted);
+}
+
+}  // namespace bench

@@ -1,0 +1,361 @@
+#include "bench/window/client_bench.h"
+
+#include <sys/resource.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryFile>
+#include <QThread>
+#include <QWidget>
+#include <map>
+
+#include "bench/bare_engine.h"
+#include "bench/search_times.h"
+#include "bench/statement_trace.h"
+#include "bench/stopwatch.h"
+#include "bench/window/driven_client.h"
+#include "bench/window/window_fill.h"
+#include "screen/user_input.h"
+
+namespace bench {
+namespace {
+
+constexpr int kSlots = 40;
+constexpr int kStarts = 9;
+constexpr int kWaitMilliseconds = 5000;
+constexpr int kPaceMilliseconds = 20;  // between two looks of a waiting client
+
+/// Who reports, and on which days nobody has reported yet.
+struct Reporter {
+    QString login, staff;
+    QDateTime now;
+};
+
+std::optional<Reporter> FindReporter(const setup::Tree& tree) {
+    const setup::OpenTree open = setup::OpenStores(tree);
+    if (!open.main) return std::nullopt;
+    const QString staff = "SELECT * FROM M担当者 WHERE ログインID <> '' AND 在籍区分 = '0' ORDER BY コード";
+    const QString day = setup::ReadValue(*open.main, "SELECT MAX(日付) AS 日付 FROM T営業活動明細", "日付");
+    QDate free = QDate::fromString(day, "yyyyMMdd").addDays(1);
+    if (!free.isValid()) free = QDate(2026, 4, 1);
+    Reporter reporter{setup::ReadValue(*open.main, staff, "ログインID"), setup::ReadValue(*open.main, staff, "コード"),
+                      QDateTime(free, QTime(10, 0))};
+    return reporter.login.isEmpty() ? std::nullopt : std::optional(reporter);
+}
+
+double CpuMilliseconds() {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    const auto milliseconds = [](const timeval& time) {
+        return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
+    };
+    return milliseconds(used.ru_utime) + milliseconds(used.ru_stime);
+}
+
+/// The bare engine on the stores of a tree.
+class BareStores {
+  public:
+    explicit BareStores(const setup::Tree& tree) : main_(tree.MainStore()) {
+        for (const QString& file : {tree.MainStore(), tree.ConfigStore()}) {
+            engines_[file] = BareEngine::Open(file, BareEngine::Use::Writing);
+            if (engines_[file]) engines_[file]->UseOurLike();
+        }
+    }
+    bool Good() const {
+        return std::all_of(engines_.begin(), engines_.end(),
+                           [](const auto& engine) { return engine.second != nullptr; });
+    }
+    BareEngine& Main() { return *engines_[main_]; }
+
+    bool Step(const std::vector<Traced>& statements) {
+        return std::all_of(statements.begin(), statements.end(), [this](const Traced& statement) {
+            const auto engine = engines_.find(statement.file);
+            return engine != engines_.end() && engine->second->Step(statement.sql) >= 0;
+        });
+    }
+
+    /// Takes back what the client wrote with these statements, so that the engine can write it anew.
+    bool TakeBack(const std::vector<Traced>& statements, const Reporter& who) {
+        static const QRegularExpression drawn(QStringLiteral("連番 = '[0-9]+'"));
+        const QString own =
+            " WHERE 担当者コード = '" + who.staff + "' AND 日付 >= '" + who.now.toString("yyyyMMdd") + "'";
+        bool good = true;
+        const auto step = [&](const QString& sql) { good = Main().Step(sql) >= 0 && good; };
+        for (const auto& [file, sql] : statements) {
+            if (file != main_) continue;
+            // The newest slot of the measurement and the look that was noted last are the ones just written.
+            if (sql.startsWith("INSERT INTO [T営業活動明細]"))
+                step("DELETE FROM T営業活動明細 WHERE ROWID = (SELECT MAX(ROWID) FROM T営業活動明細" + own + ")");
+            else if (sql.startsWith("INSERT INTO [T営業活動]"))
+                step("DELETE FROM T営業活動 WHERE ROWID = (SELECT MAX(ROWID) FROM T営業活動" + own + ")");
+            else if (sql.startsWith("INSERT INTO [T閲覧]") || sql.startsWith("INSERT INTO T閲覧"))
+                step("DELETE FROM T閲覧 WHERE ROWID = (SELECT MAX(ROWID) FROM T閲覧)");
+            else if (sql.startsWith("UPDATE") && sql.contains(drawn))
+                step(QString(sql).replace(drawn, "連番 = '00000000'"));
+        }
+        return good;
+    }
+
+    /// Takes away all that a measurement left.
+    void Forget(const Reporter& who) {
+        const QString days =
+            " WHERE 担当者コード = '" + who.staff + "' AND 日付 >= '" + who.now.toString("yyyyMMdd") + "'";
+        Main().Step("DELETE FROM T営業活動明細" + days);
+        Main().Step("DELETE FROM T営業活動" + days);
+        Main().Step("DELETE FROM T閲覧 WHERE ユーザID LIKE '%" + kBenchComputer + "%'");
+    }
+
+  private:
+    QString main_;
+    std::map<QString, std::unique_ptr<BareEngine>> engines_;
+};
+
+/// The client and the engine doing the same in turns, in milliseconds.
+struct Pair {
+    std::vector<double> client, engine;
+    std::size_t statements = 0;
+};
+
+/// The gestures of a user who reports, on the client's real windows.
+class Session {
+  public:
+    Session(DrivenHost& host, const Reporter& who, BareStores& bare) : host_(host), who_(who), bare_(bare) {}
+
+    /// The whole of it, from the ready screen on.
+    void Play() {
+        host_.ProcessEvents();
+        atReady = ResidentMegabytes();
+        start = StatementTrace::End();
+        form_ = host_.Front();
+        for (int slot = 0; slot < kSlots && problem.isEmpty(); ++slot)
+            Save(slot);
+        // A saved slot leaves the screen without a staff member.
+        Type("担当者コード", who_.staff);
+        screen::UserFocus(form_->At("相手先略称"));
+        for (int slot = kSlots - 2; slot >= 0 && problem.isEmpty(); --slot)
+            Load(slot);
+        if (problem.isEmpty()) Wait();
+        atEnd = ResidentMegabytes();
+        host_.EndProgram();
+    }
+
+    QString problem;
+    Pair saves, loads;
+    std::vector<Traced> start, look;
+    double atReady = 0, atEnd = 0;  ///< megabytes
+    double waitShare = 0;           ///< of a core
+
+  private:
+    static QString NameOf(int slot) { return QString("計測%1").arg(slot); }
+    void Type(const char* item, const QString& text) {
+        screen::UserFocus(form_->At(item));
+        screen::UserType(form_->At(item), text);
+    }
+
+    void BeginMeasure() {
+        StatementTrace::Begin();
+        clock_.start();
+    }
+    // Painted as well. Then the engine's turn.
+    void EndMeasure(Pair& pair) {
+        host_.ProcessEvents();
+        pair.client.push_back(double(clock_.nsecsElapsed()) / 1e6);
+        const std::vector<Traced> statements = StatementTrace::End();
+        bool good = bare_.TakeBack(statements, who_);
+        pair.engine.push_back(Milliseconds([&] { good = bare_.Step(statements) && good; }));
+        pair.statements = statements.size();
+        if (!good) problem = "The engine refuses a statement.";
+    }
+
+    // A slot of the next day, all typed; the time is that of the answer to "shall it be stored?" and what follows.
+    void Save(int slot) {
+        screen::UserClick(form_->At("btn_翌日"));
+        Type("担当者コード", who_.staff);
+        Type("相手先略称", NameOf(slot));
+        Type("営業活動摘要", QString("見積を提出。来週返事。").repeated(10));
+        host_.ProcessEvents();
+        host_.onWait = [this] {
+            host_.ProcessEvents();
+            BeginMeasure();
+            screen::UserClick(host_.Front()->At("btn_登録"));
+        };
+        screen::UserFocus(form_->At("テイル終了"));
+        EndMeasure(saves);
+        const double stored = bare_.Main().Number("SELECT COUNT(*) FROM T営業活動明細 WHERE 相手先略称 = '" +
+                                                  NameOf(slot) + "' AND 担当者コード = '" + who_.staff +
+                                                  "' AND 日付 >= '" + who_.now.toString("yyyyMMdd") + "'");
+        if (stored != 1) problem = "A slot isn't stored: " + host_.Problem();
+    }
+
+    void Load(int slot) {
+        BeginMeasure();
+        screen::UserClick(form_->At("btn_前日"));
+        EndMeasure(loads);
+        if (form_->At("相手先略称").Text() != NameOf(slot))
+            problem = "A slot isn't loaded: " + NameOf(slot) + " " + form_->At("相手先略称").Text();
+    }
+
+    // The answer never comes.
+    void Wait() {
+        QElapsedTimer wall;
+        double before = 0;
+        host_.onSleep = [&] {
+            if (host_.Waiting().isEmpty()) return;
+            if (!wall.isValid()) {
+                wall.start();
+                before = CpuMilliseconds();
+                StatementTrace::Begin();
+            }
+            if (wall.elapsed() < kWaitMilliseconds) return;
+            waitShare = (CpuMilliseconds() - before) / double(wall.elapsed());
+            look = StatementTrace::End();
+            host_.EndProgram();
+        };
+        screen::UserClick(form_->At("bak_相手先"));
+        if (look.empty()) problem = "The client doesn't wait for another program.";
+    }
+
+    DrivenHost& host_;
+    const Reporter& who_;
+    BareStores& bare_;
+    screen::Form* form_ = nullptr;
+    QElapsedTimer clock_;
+};
+
+/// The same looks by the bare engine, each on a store opened for it, as a client's is.
+double BareWaitShare(const std::vector<Traced>& looks) {
+    const auto look = std::find_if(looks.begin(), looks.end(),
+                                   [](const Traced& one) { return one.sql.contains("プログラム連携情報"); });
+    if (look == looks.end()) return 0;
+    QElapsedTimer wall;
+    wall.start();
+    const double before = CpuMilliseconds();
+    while (wall.elapsed() < kWaitMilliseconds) {
+        if (const auto engine = BareEngine::Open(look->file)) engine->Step(look->sql);
+        QThread::msleep(kPaceMilliseconds);
+    }
+    return (CpuMilliseconds() - before) / double(wall.elapsed());
+}
+
+/// Starts this program with those words; the time until it says that it is ready, and the megabytes that it tells.
+std::pair<double, double> StartProcess(const QStringList& words) {
+    QProcess process;
+    QElapsedTimer clock;
+    clock.start();
+    process.start(QCoreApplication::applicationFilePath(), words);
+    while (!process.canReadLine() && process.waitForReadyRead(60'000)) {
+    }
+    const double time = double(clock.nsecsElapsed()) / 1e6;
+    const QStringList told = QString::fromUtf8(process.readLine()).split(u' ');
+    process.waitForFinished();
+    return told.value(0) == "ready" ? std::pair(time, told.value(1).toDouble()) : std::pair(-1.0, 0.0);
+}
+
+QByteArray AsJson(const std::vector<Traced>& statements) {
+    QJsonArray list;
+    for (const auto& [file, sql] : statements)
+        list.append(QJsonArray{file, sql});
+    return QJsonDocument(list).toJson();
+}
+
+bool PrintStarts(const QString& root, const Reporter& who, const std::vector<Traced>& statements, QTextStream& out) {
+    QTemporaryFile list;
+    if (!list.open() || list.write(AsJson(statements)) < 0 || !list.flush()) return false;
+    std::vector<double> client, bare, clientMemory, bareMemory;
+    for (int start = 0; start < kStarts; ++start) {
+        const auto [bareTime, bareMegabytes] = StartProcess({"start-bare", list.fileName()});
+        const auto [time, megabytes] = StartProcess({"start-client", root, who.login, who.now.toString(Qt::ISODate)});
+        if (time < 0 || bareTime < 0) {
+            out << "A process doesn't come up.\n";
+            return false;
+        }
+        client.push_back(time);
+        bare.push_back(bareTime);
+        clientMemory.push_back(megabytes);
+        bareMemory.push_back(bareMegabytes);
+    }
+    out << Padded("start to ready screen, ms", 34) << QString::number(statements.size()).rightJustified(11)
+        << Cell(Median(bare)) << Cell(Median(client)) << '\n'
+        << Padded("memory then, MB", 34) << QString().rightJustified(11) << Cell(Median(bareMemory))
+        << Cell(Median(clientMemory)) << '\n';
+    return true;
+}
+
+void PrintPair(const QString& what, const Pair& pair, QTextStream& out) {
+    out << Padded(what, 34) << QString::number(pair.statements).rightJustified(11) << Cell(Median(pair.engine))
+        << Cell(Median(pair.client)) << '\n';
+}
+
+void TellReady() {
+    QTextStream(stdout) << "ready " << ResidentMegabytes() << '\n' << Qt::flush;
+}
+
+}  // namespace
+
+bool RunClientBench(const setup::Tree& tree, QTextStream& out) {
+    const auto who = FindReporter(tree);
+    BareStores bare(tree);
+    if (!who || !bare.Good()) {
+        out << "The stores can't be used, or nobody has a login: " << tree.root << '\n';
+        return false;
+    }
+    bare.Forget(*who);
+    StatementTrace::Watch();
+    DrivenHost host;
+    Session session(host, *who, bare);
+    host.onWait = [&session] { session.Play(); };
+    StatementTrace::Begin();
+    RunClient(host, tree.root, who->now, who->login);
+    if (session.problem.isEmpty()) session.problem = host.Problem();
+    if (session.problem.isEmpty()) {
+        out << Padded("", 34) << " statements     bare   client\n";
+        if (!PrintStarts(tree.root, *who, session.start, out)) session.problem = "The start can't be timed.";
+    }
+    bare.Forget(*who);
+    if (!session.problem.isEmpty()) {
+        out << session.problem << '\n';
+        return false;
+    }
+    PrintPair("a slot saved, ms", session.saves, out);
+    PrintPair("a slot loaded, ms", session.loads, out);
+    out << Padded("wait for a program, % of a core", 34) << QString("1").rightJustified(11)
+        << Cell(BareWaitShare(session.look) * 100) << Cell(session.waitShare * 100) << '\n'
+        << Padded("memory after all that, MB", 34) << QString().rightJustified(20) << Cell(session.atEnd) << '\n';
+    return true;
+}
+
+int StartClientOnce(const QString& root, const QString& login, const QString& now) {
+    DrivenHost host;
+    bool ready = false;
+    host.onWait = [&] {
+        host.ProcessEvents();
+        TellReady();
+        ready = true;
+        host.EndProgram();
+    };
+    RunClient(host, root, QDateTime::fromString(now, Qt::ISODate), login);
+    return ready ? 0 : 1;
+}
+
+int StartBareOnce(const QString& statements) {
+    QFile list(statements);
+    if (!list.open(QIODevice::ReadOnly)) return 1;
+    QWidget window;
+    window.resize(1000, 720);
+    window.show();
+    std::map<QString, std::unique_ptr<BareEngine>> engines;
+    for (const QJsonValue& statement : QJsonDocument::fromJson(list.readAll()).array()) {
+        auto& engine = engines[statement[0].toString()];
+        if (!engine) engine = BareEngine::Open(statement[0].toString(), BareEngine::Use::Writing);
+        if (!engine || engine->Step(statement[1].toString()) < 0) return 1;
+    }
+    QApplication::processEvents();
+    TellReady();
+    return 0;
+}
+
+}  // namespace bench

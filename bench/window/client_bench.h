@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QTextStream>
+
+#include "setup/tree.h"
+
+namespace bench {
+
+/// Times the client as a whole on a tree whose company is a file: from the start of its process to its ready screen,
+/// the save and the load of a slot by real gestures, its wait for another program, and its memory. Beside each stands
+/// the bare engine with the same statements; beside the start a process that only shows an empty window and runs them.
+/// Prints tables to `out`; false with words there when something doesn't work.
+bool RunClientBench(const setup::Tree& tree, QTextStream& out);
+
+/// A process of its own: the client up to its ready screen, at the moment `now` (ISO form). Writes "ready" and its
+/// megabytes to standard output.
+int StartClientOnce(const QString& root, const QString& login, const QString& now);
+
+/// A process of its own: an empty window, and the statements of the file `statements`, as `RunClientBench` writes it.
+int StartBareOnce(const QString& statements);
+
+}  // namespace bench
