@@ -2,21 +2,23 @@
 
 #include <sqlite3.h>
 
+#include "store/postgres_link.h"
+
 namespace bench {
 namespace {
 
 bool noting = false;
 std::vector<Traced> noted;
 
-int Note(unsigned, void*, void* statement, void* text) {
-    if (!noting) return 0;
-    const QString sql = QString::fromUtf8(static_cast<const char*>(text));
+void NoteOne(const QString& store, const QString& sql) {
+    if (!noting) return;
     for (const char* word : {"SELECT", "INSERT", "UPDATE", "DELETE"})
-        if (sql.trimmed().startsWith(QLatin1String(word), Qt::CaseInsensitive)) {
-            sqlite3* engine = sqlite3_db_handle(static_cast<sqlite3_stmt*>(statement));
-            noted.push_back({QString::fromUtf8(sqlite3_db_filename(engine, "main")), sql});
-            break;
-        }
+        if (sql.trimmed().startsWith(QLatin1String(word), Qt::CaseInsensitive)) noted.push_back({store, sql});
+}
+
+int Note(unsigned, void*, void* statement, void* text) {
+    sqlite3* engine = sqlite3_db_handle(static_cast<sqlite3_stmt*>(statement));
+    NoteOne(QString::fromUtf8(sqlite3_db_filename(engine, "main")), QString::fromUtf8(static_cast<const char*>(text)));
     return 0;
 }
 
@@ -26,7 +28,8 @@ int WatchOne(sqlite3* engine, char**, const struct sqlite3_api_routines*) {
 
 }  // namespace
 
-void StatementTrace::Watch() {
+void StatementTrace::Watch(const QString& server) {
+    store::PostgresLink::watcher = [server](const QString& sql) { NoteOne(server, sql); };
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(WatchOne));
 }
 

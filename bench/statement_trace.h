@@ -7,15 +7,15 @@ namespace bench {
 
 /// A statement that the engine was given.
 struct Traced {
-    QString file;  ///< of the store
-    QString sql;   ///< in the engine's own form
+    QString store;  ///< path of its file, or the connection string of a server
+    QString sql;    ///< in the engine's own form
 };
 
-/// Notes what the SQLite stores of this process are given, whoever opened them.
+/// Notes what the stores of this process are given, whoever opened them.
 class StatementTrace {
   public:
-    /// Watches every store that is opened from now on.
-    static void Watch();
+    /// Watches every file that is opened from now on, and the server.
+    static void Watch(const QString& server);
     /// Begins to note, forgetting what was noted.
     static void Begin();
     /// Ends it. The statements that read or change rows, in their order.

@@ -14,7 +14,7 @@ namespace {
 constexpr const char* kUsage =
     "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
     "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
-    "       katsudo-bench client [--parties N] [--slots N] [--root DIR]\n"
+    "       katsudo-bench client [--parties N] [--slots N] [--root DIR] [--admin-user NAME]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
     "lists      times the searches of the party lists.\n"
@@ -23,12 +23,14 @@ constexpr const char* kUsage =
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
     "  --slots N      slots that point at them (1000000)\n"
+    "  --admin-user NAME  the administrator of the server that holds the installation's main database\n"
     "  --root DIR     an installation that is there already; when there is none, it is made there and stays\n";
 
 struct Arguments {
     QString command;
     QString root;
     qint64 parties = 100'000, documents = 100'000, slotCount = 1'000'000;
+    std::optional<setup::ServerAdmin> admin;
     bool good = true;
 };
 
@@ -45,6 +47,8 @@ Arguments Read(const QStringList& words) {
     for (qsizetype i = 1; i + 1 < words.size() && arguments.good; i += 2) {
         if (words[i] == "--root")
             arguments.root = QDir(words[i + 1]).absolutePath();
+        else if (words[i] == "--admin-user" && client)
+            arguments.admin = setup::ServerAdmin{words[i + 1], {}};
         else if (words[i] == "--parties")
             take(words[i + 1], 1'900'000, arguments.parties);
         else if (words[i] == "--documents" && documents)
@@ -89,7 +93,7 @@ int Bench(const Arguments& arguments) {
         out << problem << '\n';
         return 1;
     }
-    if (arguments.command == "client") return bench::RunClientBench(tree, out) ? 0 : 1;
+    if (arguments.command == "client") return bench::RunClientBench(tree, arguments.admin, out) ? 0 : 1;
     const bool good = arguments.command == "lists" ? BenchLists(tree, out) : bench::RunDocumentBench(tree, out);
     return good ? 0 : 1;
 }

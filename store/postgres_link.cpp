@@ -104,6 +104,7 @@ bool PostgresLink::Start(QSqlQuery& query, const QString& sql, Fault& fault) {
         fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
         return false;
     }
+    if (watcher) watcher(sql);
     if (query.exec(sql)) return true;
     fault = FaultOf(query.lastError());
     return false;

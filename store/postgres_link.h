@@ -2,6 +2,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <functional>
 #include <memory>
 
 #include "store/connection.h"
@@ -36,6 +37,9 @@ class PostgresLink {
     /// Connects, over TLS where the server offers it; `seconds` at most for each address of the host. Returns null on a
     /// fault and fills `fault`.
     static std::unique_ptr<PostgresLink> Open(const PostgresLogin& login, Waits waits, Fault& fault, int seconds = 10);
+
+    /// Told each statement that a link of this process is given, as it is given; nobody unless a measurement asks.
+    static inline std::function<void(const QString& sql)> watcher;
 
     ~PostgresLink();
     PostgresLink(const PostgresLink&) = delete;

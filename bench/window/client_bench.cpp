@@ -13,13 +13,15 @@
 #include <QWidget>
 #include <map>
 
-#include "bench/bare_engine.h"
+#include "bench/bare_store.h"
 #include "bench/search_times.h"
 #include "bench/statement_trace.h"
 #include "bench/stopwatch.h"
 #include "bench/window/driven_client.h"
 #include "bench/window/window_fill.h"
 #include "screen/user_input.h"
+#include "session/schema.h"
+#include "setup/tree_files.h"
 
 namespace bench {
 namespace {
@@ -56,46 +58,48 @@ double CpuMilliseconds() {
     return milliseconds(used.ru_utime) + milliseconds(used.ru_stime);
 }
 
-/// The bare engine on the stores of a tree.
+/// The main store of a tree as `BareStore` names it: the server's administrator may take back what a client wrote.
+QString MainPlace(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin) {
+    const setup::OpenTree open = setup::OpenStores(tree);
+    if (!open.config) return {};
+    const auto value = [&open](const QString& column) {
+        return setup::ReadValue(*open.config, "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'", column);
+    };
+    if (open.dbKind != "S") return setup::MainStoreFile(tree, *open.config);
+    return QString("Provider=%1;User ID=%2;Password=%3;Data Source=%4;Initial Catalog=%5;")
+        .arg(value("プロバイダ名"), admin ? admin->user : value("ユーザーID"),
+             admin ? admin->password : value("パスワード"), value("サーバー名"), value("データベース名"));
+}
+
+/// The bare engines on the stores of a tree.
 class BareStores {
   public:
-    explicit BareStores(const setup::Tree& tree) : main_(tree.MainStore()) {
-        for (const QString& file : {tree.MainStore(), tree.ConfigStore()}) {
-            engines_[file] = BareEngine::Open(file, BareEngine::Use::Writing);
-            if (engines_[file]) engines_[file]->UseOurLike();
-        }
+    BareStores(const QString& main, const QString& config) : main_(main) {
+        for (const QString& place : {main, config})
+            stores_[place] = BareStore::Open(place);
     }
     bool Good() const {
-        return std::all_of(engines_.begin(), engines_.end(),
-                           [](const auto& engine) { return engine.second != nullptr; });
+        return std::all_of(stores_.begin(), stores_.end(), [](const auto& store) { return store.second != nullptr; });
     }
-    BareEngine& Main() { return *engines_[main_]; }
 
     bool Step(const std::vector<Traced>& statements) {
         return std::all_of(statements.begin(), statements.end(), [this](const Traced& statement) {
-            const auto engine = engines_.find(statement.file);
-            return engine != engines_.end() && engine->second->Step(statement.sql) >= 0;
+            const auto store = stores_.find(statement.store);
+            return store != stores_.end() && store->second->Step(statement.sql);
         });
     }
 
-    /// Takes back what the client wrote with these statements, so that the engine can write it anew.
-    bool TakeBack(const std::vector<Traced>& statements, const Reporter& who) {
-        static const QRegularExpression drawn(QStringLiteral("連番 = '[0-9]+'"));
-        const QString own =
-            " WHERE 担当者コード = '" + who.staff + "' AND 日付 >= '" + who.now.toString("yyyyMMdd") + "'";
+    /// Takes back what the client wrote into the main store with these statements, so that the engine can write it
+    /// anew: the row of the key with which an INSERT begins, and the number that was drawn.
+    bool TakeBack(const std::vector<Traced>& statements) {
+        static const QRegularExpression drawn(QStringLiteral("\"?連番\"? = '[0-9]+'"));
         bool good = true;
-        const auto step = [&](const QString& sql) { good = Main().Step(sql) >= 0 && good; };
-        for (const auto& [file, sql] : statements) {
-            if (file != main_) continue;
-            // The newest slot of the measurement and the look that was noted last are the ones just written.
-            if (sql.startsWith("INSERT INTO [T営業活動明細]"))
-                step("DELETE FROM T営業活動明細 WHERE ROWID = (SELECT MAX(ROWID) FROM T営業活動明細" + own + ")");
-            else if (sql.startsWith("INSERT INTO [T営業活動]"))
-                step("DELETE FROM T営業活動 WHERE ROWID = (SELECT MAX(ROWID) FROM T営業活動" + own + ")");
-            else if (sql.startsWith("INSERT INTO [T閲覧]") || sql.startsWith("INSERT INTO T閲覧"))
-                step("DELETE FROM T閲覧 WHERE ROWID = (SELECT MAX(ROWID) FROM T閲覧)");
+        for (const auto& [store, sql] : statements) {
+            if (store != main_) continue;
+            if (sql.startsWith("INSERT"))
+                good = stores_[main_]->Step(DeleteOf(sql)) && good;
             else if (sql.startsWith("UPDATE") && sql.contains(drawn))
-                step(QString(sql).replace(drawn, "連番 = '00000000'"));
+                good = stores_[main_]->Step(QString(sql).replace(drawn, "\"連番\" = '00000000'")) && good;
         }
         return good;
     }
@@ -103,15 +107,29 @@ class BareStores {
     /// Takes away all that a measurement left.
     void Forget(const Reporter& who) {
         const QString days =
-            " WHERE 担当者コード = '" + who.staff + "' AND 日付 >= '" + who.now.toString("yyyyMMdd") + "'";
-        Main().Step("DELETE FROM T営業活動明細" + days);
-        Main().Step("DELETE FROM T営業活動" + days);
-        Main().Step("DELETE FROM T閲覧 WHERE ユーザID LIKE '%" + kBenchComputer + "%'");
+            " WHERE \"担当者コード\" = '" + who.staff + "' AND \"日付\" >= '" + who.now.toString("yyyyMMdd") + "'";
+        stores_[main_]->Step("DELETE FROM \"T営業活動明細\"" + days);
+        stores_[main_]->Step("DELETE FROM \"T営業活動\"" + days);
+        stores_[main_]->Step("DELETE FROM \"T閲覧\" WHERE \"ユーザID\" LIKE '%" + kBenchComputer + "%'");
     }
 
   private:
+    static QString DeleteOf(const QString& insert) {
+        static const QRegularExpression shape(
+            QStringLiteral("INSERT INTO [\\[\"]?([^\\]\" (]+)[\\]\"]? *\\((.*?)\\) *VALUES"));
+        static const QRegularExpression literal(QStringLiteral("'([^']*)'"));
+        const auto found = shape.match(insert);
+        const session::Table* table = session::FindTable(found.captured(1));
+        if (!table) return {};
+        QStringList conditions;
+        auto values = literal.globalMatch(insert, found.capturedEnd());
+        for (const QString& column : table->key)
+            conditions << "\"" + column + "\" = '" + (values.hasNext() ? values.next().captured(1) : QString()) + "'";
+        return "DELETE FROM \"" + table->name + "\" WHERE " + conditions.join(" AND ");
+    }
+
     QString main_;
-    std::map<QString, std::unique_ptr<BareEngine>> engines_;
+    std::map<QString, std::unique_ptr<BareStore>> stores_;
 };
 
 /// The client and the engine doing the same in turns, in milliseconds.
@@ -123,7 +141,9 @@ struct Pair {
 /// The gestures of a user who reports, on the client's real windows.
 class Session {
   public:
-    Session(DrivenHost& host, const Reporter& who, BareStores& bare) : host_(host), who_(who), bare_(bare) {}
+    /// `main` is for looks at what was stored.
+    Session(DrivenHost& host, const Reporter& who, BareStores& bare, store::Connection& main)
+        : host_(host), who_(who), bare_(bare), main_(main) {}
 
     /// The whole of it, from the ready screen on.
     void Play() {
@@ -165,7 +185,7 @@ class Session {
         host_.ProcessEvents();
         pair.client.push_back(double(clock_.nsecsElapsed()) / 1e6);
         const std::vector<Traced> statements = StatementTrace::End();
-        bool good = bare_.TakeBack(statements, who_);
+        bool good = bare_.TakeBack(statements);
         pair.engine.push_back(Milliseconds([&] { good = bare_.Step(statements) && good; }));
         pair.statements = statements.size();
         if (!good) problem = "The engine refuses a statement.";
@@ -185,10 +205,10 @@ class Session {
         };
         screen::UserFocus(form_->At("テイル終了"));
         EndMeasure(saves);
-        const double stored = bare_.Main().Number("SELECT COUNT(*) FROM T営業活動明細 WHERE 相手先略称 = '" +
-                                                  NameOf(slot) + "' AND 担当者コード = '" + who_.staff +
-                                                  "' AND 日付 >= '" + who_.now.toString("yyyyMMdd") + "'");
-        if (stored != 1) problem = "A slot isn't stored: " + host_.Problem();
+        const QString row = "SELECT * FROM T営業活動明細 WHERE 相手先略称 = '" + NameOf(slot) +
+                            "' AND 担当者コード = '" + who_.staff + "' AND 日付 >= '" + who_.now.toString("yyyyMMdd") +
+                            "'";
+        if (setup::ReadValue(main_, row, "相手先略称").isEmpty()) problem = "A slot isn't stored: " + host_.Problem();
     }
 
     void Load(int slot) {
@@ -222,6 +242,7 @@ class Session {
     DrivenHost& host_;
     const Reporter& who_;
     BareStores& bare_;
+    store::Connection& main_;
     screen::Form* form_ = nullptr;
     QElapsedTimer clock_;
 };
@@ -235,7 +256,7 @@ double BareWaitShare(const std::vector<Traced>& looks) {
     wall.start();
     const double before = CpuMilliseconds();
     while (wall.elapsed() < kWaitMilliseconds) {
-        if (const auto engine = BareEngine::Open(look->file)) engine->Step(look->sql);
+        if (const auto engine = BareStore::Open(look->store)) engine->Step(look->sql);
         QThread::msleep(kPaceMilliseconds);
     }
     return (CpuMilliseconds() - before) / double(wall.elapsed());
@@ -257,8 +278,8 @@ std::pair<double, double> StartProcess(const QStringList& words) {
 
 QByteArray AsJson(const std::vector<Traced>& statements) {
     QJsonArray list;
-    for (const auto& [file, sql] : statements)
-        list.append(QJsonArray{file, sql});
+    for (const auto& [store, sql] : statements)
+        list.append(QJsonArray{store, sql});
     return QJsonDocument(list).toJson();
 }
 
@@ -296,17 +317,19 @@ void TellReady() {
 
 }  // namespace
 
-bool RunClientBench(const setup::Tree& tree, QTextStream& out) {
+bool RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, QTextStream& out) {
     const auto who = FindReporter(tree);
-    BareStores bare(tree);
-    if (!who || !bare.Good()) {
+    const setup::OpenTree open = setup::OpenStores(tree);
+    const QString place = MainPlace(tree, admin);
+    BareStores bare(place, tree.ConfigStore());
+    if (!who || !open.main || !bare.Good()) {
         out << "The stores can't be used, or nobody has a login: " << tree.root << '\n';
         return false;
     }
     bare.Forget(*who);
-    StatementTrace::Watch();
+    StatementTrace::Watch(place);
     DrivenHost host;
-    Session session(host, *who, bare);
+    Session session(host, *who, bare, *open.main);
     host.onWait = [&session] { session.Play(); };
     StatementTrace::Begin();
     RunClient(host, tree.root, who->now, who->login);
@@ -347,11 +370,11 @@ int StartBareOnce(const QString& statements) {
     QWidget window;
     window.resize(1000, 720);
     window.show();
-    std::map<QString, std::unique_ptr<BareEngine>> engines;
+    std::map<QString, std::unique_ptr<BareStore>> stores;
     for (const QJsonValue& statement : QJsonDocument::fromJson(list.readAll()).array()) {
-        auto& engine = engines[statement[0].toString()];
-        if (!engine) engine = BareEngine::Open(statement[0].toString(), BareEngine::Use::Writing);
-        if (!engine || engine->Step(statement[1].toString()) < 0) return 1;
+        auto& store = stores[statement[0].toString()];
+        if (!store) store = BareStore::Open(statement[0].toString());
+        if (!store || !store->Step(statement[1].toString())) return 1;
     }
     QApplication::processEvents();
     TellReady();

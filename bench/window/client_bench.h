@@ -6,11 +6,12 @@
 
 namespace bench {
 
-/// Times the client as a whole on a tree whose company is a file: from the start of its process to its ready screen,
+/// Times the client as a whole: from the start of its process to its ready screen,
 /// the save and the load of a slot by real gestures, its wait for another program, and its memory. Beside each stands
 /// the bare engine with the same statements; beside the start a process that only shows an empty window and runs them.
+/// `admin` of a server may take back what the client wrote, so that the engine can write it anew.
 /// Prints tables to `out`; false with words there when something doesn't work.
-bool RunClientBench(const setup::Tree& tree, QTextStream& out);
+bool RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, QTextStream& out);
 
 /// A process of its own: the client up to its ready screen, at the moment `now` (ISO form). Writes "ready" and its
 /// megabytes to standard output.
