@@ -208,6 +208,7 @@ QString UnfinishedCopy(const Tree& tree) {
 QString CopyTree(const CopyOrder& order) {
     if (QFileInfo(order.from.root).canonicalFilePath() == QFileInfo(order.to.root).canonicalFilePath())
         return "A tree can't be copied into itself.";
+    if (!order.to.Exists()) return order.to.root + " holds no installation; katsudo-setup create makes an empty one.";
     QLockFile lock(order.to.Folder("conf") + "/copy.lock");
     lock.setStaleLockTime(0);
     if (!lock.tryLock(0)) return "Another copy into " + order.to.root + " runs, or its folder conf can't be written.";

@@ -148,7 +148,6 @@ class Session {
     /// The whole of it, from the ready screen on.
     void Play() {
         host_.ProcessEvents();
-        atReady = ResidentMegabytes();
         start = StatementTrace::End();
         form_ = host_.Front();
         for (int slot = 0; slot < kSlots && problem.isEmpty(); ++slot)
@@ -166,8 +165,8 @@ class Session {
     QString problem;
     Pair saves, loads;
     std::vector<Traced> start, look;
-    double atReady = 0, atEnd = 0;  ///< megabytes
-    double waitShare = 0;           ///< of a core
+    double atEnd = 0;      ///< megabytes
+    double waitShare = 0;  ///< of a core
 
   private:
     static QString NameOf(int slot) { return QString("計測%1").arg(slot); }
@@ -236,6 +235,7 @@ class Session {
             host_.EndProgram();
         };
         screen::UserClick(form_->At("bak_相手先"));
+        host_.onSleep = {};
         if (look.empty()) problem = "The client doesn't wait for another program.";
     }
 
