@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include "bench/crowd.h"
 #include "bench/list_bench.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
@@ -13,6 +14,7 @@ namespace {
 constexpr const char* kUsage =
     "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
     "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
+    "       katsudo-bench crowd --root DIR [--clients N] [--seconds N]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
     "lists      times the searches of the party lists.\n"
@@ -20,6 +22,8 @@ constexpr const char* kUsage =
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
     "  --slots N      slots that point at them (1000000)\n"
+    "crowd      lets clients save and search at once in an installation; their slots stay there.\n"
+    "  --clients N    (50) for --seconds N (60)\n"
     "  --root DIR     an installation that is there already; when there is none, it is made there and stays\n";
 
 struct Arguments {
@@ -91,6 +95,23 @@ int Bench(const Arguments& arguments) {
     return good ? 0 : 1;
 }
 
+std::optional<bench::CrowdOrder> ReadCrowd(const QStringList& words) {
+    bench::CrowdOrder order;
+    order.driver = QCoreApplication::applicationDirPath() + "/katsudo-drive";
+    bool good = words.size() % 2 == 1;
+    for (qsizetype i = 1; i + 1 < words.size() && good; i += 2) {
+        if (words[i] == "--root")
+            order.tree.root = QDir(words[i + 1]).absolutePath();
+        else if (words[i] == "--clients")
+            order.clients = words[i + 1].toInt(&good);
+        else if (words[i] == "--seconds")
+            order.seconds = words[i + 1].toInt(&good);
+        else
+            good = false;
+    }
+    return good && !order.tree.root.isEmpty() ? std::optional(order) : std::nullopt;
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -99,6 +120,11 @@ int main(int argc, char* argv[]) {
     if (words == QStringList{"--version"} || words == QStringList{"--help"}) {
         QTextStream(stdout) << (words[0] == "--help" ? kUsage : "katsudo-bench " KATSUDO_VERSION "\n");
         return 0;
+    }
+    if (words.value(0) == "crowd") {
+        const auto crowd = ReadCrowd(words);
+        QTextStream out(stdout);
+        if (crowd) return bench::RunCrowd(*crowd, out) ? 0 : 1;
     }
     const Arguments arguments = Read(words);
     if (!arguments.good) {
