@@ -29,10 +29,11 @@ struct Account {
 /// One running client.
 class Client {
   public:
-    Client(const CrowdOrder& order, const Member& member, Account& account) : account_(account) {
-        // Long behind the activity of any demo company, so that every day is empty.
+    /// `lastDay` is the last one with activity, "yyyymmdd": all days behind it are empty.
+    Client(const CrowdOrder& order, const Member& member, const QString& lastDay, Account& account)
+        : account_(account) {
         process_.start(order.driver, {"--root", order.tree.root, "--login", member.login, "--computer",
-                                      "PC-" + member.login, "--now", "20350101 100512"});
+                                      "PC-" + member.login, "--now", lastDay + " 100512"});
         if (!process_.waitForStarted()) account_.problem = order.driver + " doesn't start";
     }
 
@@ -74,9 +75,9 @@ class Client {
 /// The name by which a slot of the crowd is known.
 const QString kParty = QStringLiteral("大勢");
 
-void Work(const CrowdOrder& order, const Member& member, int number, Account& account) {
+void Work(const CrowdOrder& order, const Member& member, int number, const QString& lastDay, Account& account) {
     static const QStringList texts = {"ヤマ", "ｷﾞﾝｶﾞ", "さき", "タナカ", "ナカ"};
-    Client client(order, member, account);
+    Client client(order, member, lastDay, account);
     QElapsedTimer clock;
     clock.start();
     for (int turn = 0; client.Good() && clock.elapsed() < order.seconds * 1000; ++turn) {
@@ -109,10 +110,8 @@ std::vector<Member> ReadMembers(store::Connection& main, int most) {
 }
 
 int CountSlots(store::Connection& main) {
-    return setup::ReadValue(
-               main,
-               "SELECT COUNT(*) AS n FROM T営業活動明細 WHERE 相手先略称 LIKE '" + kParty + "%' AND 日付 > '20350101'",
-               "n")
+    return setup::ReadValue(main, "SELECT COUNT(*) AS n FROM T営業活動明細 WHERE 相手先略称 LIKE '" + kParty + "%'",
+                            "n")
         .toInt();
 }
 
@@ -176,10 +175,11 @@ bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
     open.config->Execute("UPDATE 動作環境定義 SET インストール区分 = '1'", fault);
     open.config->Close();
     const int before = CountSlots(*open.main);
+    const QString lastDay = setup::ReadValue(*open.main, "SELECT MAX(日付) AS 日付 FROM T営業活動明細", "日付");
     std::vector<Account> accounts(members.size());
     std::vector<std::jthread> threads;
     for (std::size_t i = 0; i < members.size(); ++i)
-        threads.emplace_back([&, i] { Work(order, members[i], int(i), accounts[i]); });
+        threads.emplace_back([&, i] { Work(order, members[i], int(i), lastDay, accounts[i]); });
     threads.clear();
     return Report(order, members, accounts, CountSlots(*open.main) - before, out);
 }

@@ -1,10 +1,12 @@
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
 
 #include "bench/crowd.h"
 #include "bench/list_bench.h"
+#include "bench/server_lists.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
 #include "setup/create_tree.h"
@@ -76,7 +78,9 @@ QString MakeCompany(const Arguments& arguments, const setup::Tree& tree, QTextSt
 
 bool BenchLists(const setup::Tree& tree, QTextStream& out) {
     bench::WindowFill windows(tree.root, QDateTime::currentDateTime());
-    const bool good = bench::RunListBench(tree.MainStore(), std::ref(windows), out);
+    const bool inTree = QFile::exists(tree.MainStore());
+    const bool good = inTree ? bench::RunListBench(tree.MainStore(), std::ref(windows), out)
+                             : bench::RunServerLists(tree, std::ref(windows), out);
     out << "\nMemory with all six list windows open, the measuring itself included: "
         << qRound(bench::ResidentMegabytes()) << " MB\n";
     return good;
