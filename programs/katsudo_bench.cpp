@@ -1,11 +1,13 @@
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <memory>
 
 #include "bench/crowd/crowd.h"
 #include "bench/list_bench.h"
+#include "bench/server_lists.h"
 #include "bench/window/client_bench.h"
 #include "bench/window/document_bench.h"
 #include "bench/window/window_fill.h"
@@ -88,7 +90,9 @@ QString MakeCompany(const Arguments& arguments, const setup::Tree& tree, QTextSt
 
 bool BenchLists(const setup::Tree& tree, QTextStream& out) {
     bench::WindowFill windows(tree.root, QDateTime::currentDateTime());
-    const bool good = bench::RunListBench(tree.MainStore(), std::ref(windows), out);
+    const bool inTree = QFile::exists(tree.MainStore());
+    const bool good = inTree ? bench::RunListBench(tree.MainStore(), std::ref(windows), out)
+                             : bench::RunServerLists(tree, {}, out);
     out << "\nMemory with all six list windows open, the measuring itself included: "
         << qRound(bench::ResidentMegabytes()) << " MB\n";
     return good;

@@ -16,6 +16,13 @@ constexpr int kImpatientConnectSeconds = 2;  // the least that the driver takes
 
 const QString kLockNotAvailable = QStringLiteral("55P03");
 
+// A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
+// which it would rather do than look them up in the index.
+std::unique_ptr<PostgresLink> Connect(const PostgresLogin& login, int patience, int seconds, Fault& fault) {
+    auto link = PostgresLink::Open(login, {patience, kLongestStatement}, fault, seconds);
+    return link && link->Run(QStringLiteral("SET enable_seqscan = off"), fault) ? std::move(link) : nullptr;
+}
+
 class PostgresConnection : public Connection {
   public:
     PostgresConnection(PostgresLogin login, std::unique_ptr<PostgresLink> link, int patience)
@@ -58,8 +65,7 @@ class PostgresConnection : public Connection {
 
     // Who waited for the server in vain once shall not wait as long before every further statement.
     bool Reopen(Fault& fault) {
-        link_ = PostgresLink::Open(login_, {patience_, kLongestStatement}, fault,
-                                   reachable_ ? kConnectSeconds : kImpatientConnectSeconds);
+        link_ = Connect(login_, patience_, reachable_ ? kConnectSeconds : kImpatientConnectSeconds, fault);
         reachable_ = link_ != nullptr;
         patient_ = true;
         return reachable_;
@@ -103,7 +109,7 @@ class PostgresConnection : public Connection {
 }  // namespace
 
 std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience) {
-    auto link = PostgresLink::Open(login, {patience, kLongestStatement}, fault, kConnectSeconds);
+    auto link = Connect(login, patience, kConnectSeconds, fault);
     if (!link) return nullptr;
     return std::make_unique<PostgresConnection>(login, std::move(link), patience);
 }

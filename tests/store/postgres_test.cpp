@@ -34,6 +34,13 @@ TEST(PostgresDialect, WritesWhatTheEngineReadsOtherwise) {
         {"SELECT DISTINCT a FROM T WHERE a LIKE 'A' ORDER BY a",
          "SELECT DISTINCT \"a\" FROM \"T\" WHERE (katsudo_matches((\"a\")::text, 'a') AND "
          "katsudo_pieces((\"a\")::text) @> ARRAY['a']) ORDER BY \"a\" NULLS FIRST"},
+        // The rows of both sides are listed first, where the condition has to hold.
+        {"SELECT a FROM T WHERE (T.p LIKE '_' OR EXISTS (SELECT * FROM U WHERE x = T.k AND p LIKE '_')) AND a > '1'",
+         "SELECT \"a\" FROM \"T\" WHERE \"T\".\"ctid\" = ANY (ARRAY (SELECT \"s\".\"ctid\" FROM \"T\" \"s\" WHERE "
+         "(katsudo_fold((\"s\".\"p\")::text) LIKE '_') UNION ALL SELECT \"s\".\"ctid\" FROM \"T\" \"s\" WHERE "
+         "\"s\".\"k\" IN (SELECT \"x\" FROM \"U\" WHERE \"x\" IS NOT NULL AND (katsudo_fold((\"p\")::text) LIKE "
+         "'_')))) "
+         "AND \"a\" > '1'"},
         // Faults of syntax are the engine's to tell.
         {"SELECT 'open", "SELECT 'open"},
         {"SELECT a LIKE", "SELECT \"a\" LIKE"},
