@@ -7,10 +7,12 @@ packages=(
     g++ cmake ninja-build ccache pkg-config  # build
     qt6-base-dev libqt6sql6-sqlite           # Qt, and its SQLite driver
     libqt6sql6-psql                          # its driver for a PostgreSQL server
+    libqt6sql6-odbc                          # its driver for every other engine
     libsqlite3-dev                           # the engine itself, for the LIKE that finds however a text is written
     libsodium-dev                            # stored PINs
     libgtest-dev libgmock-dev                # tests
     postgresql                               # a server for the tests, which start their own
+    unixodbc odbc-postgresql libsqliteodbc   # ODBC drivers, to test that way with engines that are known
     sqlite3 skkdic-extra                     # a look at the stored rows; the postcodes of the demo data
     fonts-noto-cjk                           # a font with every Japanese glyph
     xvfb imagemagick                         # a display where there is none, and its screenshot

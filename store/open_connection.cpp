@@ -5,6 +5,7 @@
 
 #include "store/connection.h"
 #include "store/connection_string.h"
+#include "store/odbc_connection.h"
 #include "store/postgres_connection.h"
 #include "store/sqlite_connection.h"
 
@@ -65,12 +66,19 @@ constexpr std::array kProviders = {
     Provider{QLatin1String("Microsoft.Jet.OLEDB.4.0"), OpenFile, FileMark},
     Provider{QLatin1String("SQLite"), OpenFile, FileMark},
     Provider{QLatin1String("PostgreSQL"), OpenServer, nullptr},
+    Provider{QLatin1String("ODBC:"), OpenOdbcConnection, nullptr},
 };
+
+// A name with a colon at its end is the beginning of a provider's text.
+bool Fits(const Provider& provider, const QString& text) {
+    return provider.name.endsWith(QLatin1Char(':')) ? text.startsWith(provider.name, Qt::CaseInsensitive)
+                                                    : text.compare(provider.name, Qt::CaseInsensitive) == 0;
+}
 
 const Provider* ProviderOf(const ConnectionString& parts) {
     const QString name = parts.Value(QStringLiteral("Provider"));
     for (const Provider& provider : kProviders)
-        if (name.compare(provider.name, Qt::CaseInsensitive) == 0) return &provider;
+        if (Fits(provider, name)) return &provider;
     return nullptr;
 }
 

@@ -1,15 +1,11 @@
 #include "store/postgres_link.h"
 
 #include <QSqlError>
-#include <atomic>
+
+#include "store/qt_query.h"
 
 namespace store {
 namespace {
-
-QString NewName() {
-    static std::atomic<int> count = 0;
-    return QStringLiteral("katsudo-server-%1").arg(++count);
-}
 
 // A peer that is cut off without a word is noticed within these seconds.
 QString Options(int seconds) {
@@ -21,7 +17,7 @@ QString Options(int seconds) {
 
 // The server's first line tells what is wrong; the others repeat the statement. The line behind "DETAIL" names the key
 // that is there already.
-Fault FaultOf(const QSqlError& error) {
+Fault ServerFault(const QSqlError& error) {
     const QStringList lines =
         (error.databaseText().isEmpty() ? error.driverText() : error.databaseText()).split(u'\n', Qt::SkipEmptyParts);
     QString words = lines.value(0).simplified();
@@ -72,7 +68,7 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
         fault = {0, QStringLiteral("PostgreSQL のドライバ (Qt の QPSQL) がありません。")};
         return nullptr;
     }
-    std::unique_ptr<PostgresLink> link(new PostgresLink(NewName()));
+    std::unique_ptr<PostgresLink> link(new PostgresLink(NewConnectionName()));
     QSqlDatabase& database = link->database_;
     database.setHostName(login.host);
     if (login.port > 0) database.setPort(login.port);
@@ -106,7 +102,7 @@ bool PostgresLink::Start(QSqlQuery& query, const QString& sql, Fault& fault) {
     }
     if (watcher) watcher(sql);
     if (query.exec(sql)) return true;
-    fault = FaultOf(query.lastError());
+    fault = ServerFault(query.lastError());
     return false;
 }
 

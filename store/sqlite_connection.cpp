@@ -2,11 +2,9 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSqlError>
-#include <QSqlRecord>
-#include <QVariant>
 #include <algorithm>
 
+#include "store/qt_query.h"
 #include "store/sqlite_dialect.h"
 #include "store/sqlite_file.h"
 
@@ -17,16 +15,6 @@ constexpr int kBusy = 5;
 constexpr int kImpatience = 1000;  // milliseconds
 // The engine's smallest page. It takes anything shorter for a new store.
 constexpr qint64 kSmallestStore = 512;
-
-Recordset::Row ReadRow(const QSqlQuery& query, int width) {
-    Recordset::Row row;
-    row.reserve(static_cast<std::size_t>(width));
-    for (int i = 0; i < width; ++i) {
-        const QVariant value = query.value(i);
-        row.push_back(value.isNull() ? std::nullopt : std::optional(value.toString()));
-    }
-    return row;
-}
 
 class SqliteConnection : public Connection {
   public:
@@ -39,7 +27,7 @@ class SqliteConnection : public Connection {
         }
         QSqlQuery query = file_->NewQuery();
         query.setForwardOnly(true);
-        auto rows = SqliteFile::Start(query, *rewritten, fault) ? ReadRows(query, mostRows, fault) : nullptr;
+        auto rows = StartQuery(query, *rewritten, fault) ? ReadRows(query, mostRows, fault) : nullptr;
         query.finish();
         KeepPatience(rows != nullptr, fault);
         return rows;
@@ -72,25 +60,6 @@ class SqliteConnection : public Connection {
         Fault unused;
         const int wait = patient_ ? patience_ : std::min(patience_, kImpatience);
         file_->Run(QStringLiteral("PRAGMA busy_timeout = %1").arg(wait), unused);
-    }
-
-    // A result that is read half way would keep its read lock and make other processes' saves fail.
-    static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault) {
-        QStringList columns;
-        const QSqlRecord record = query.record();
-        for (int i = 0; i < record.count(); ++i) {
-            columns.append(record.fieldName(i));
-        }
-        std::vector<Recordset::Row> rows;
-        while (static_cast<int>(rows.size()) < mostRows && query.next()) {
-            rows.push_back(ReadRow(query, record.count()));
-        }
-        if (query.lastError().isValid()) {
-            fault = FaultOf(query.lastError());
-            return nullptr;
-        }
-        query.finish();
-        return std::make_unique<Recordset>(std::move(columns), std::move(rows));
     }
 
     std::unique_ptr<SqliteFile> file_;

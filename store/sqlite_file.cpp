@@ -2,17 +2,12 @@
 
 #include <QSqlError>
 #include <QUrl>
-#include <atomic>
 
 #include "store/like_function.h"
+#include "store/qt_query.h"
 
 namespace store {
 namespace {
-
-QString NewName() {
-    static std::atomic<int> count = 0;
-    return QStringLiteral("katsudo-%1").arg(++count);
-}
 
 // As an URI, since only an URI can forbid the engine to create a missing file.
 QString UriOf(const QString& path, SqliteFile::Mode mode) {
@@ -22,16 +17,6 @@ QString UriOf(const QString& path, SqliteFile::Mode mode) {
 }
 
 }  // namespace
-
-Fault FaultOf(const QSqlError& error) {
-    Fault fault;
-    fault.number = error.nativeErrorCode().toInt();
-    fault.description = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
-    if (fault.description.isEmpty()) {
-        fault.description = QStringLiteral("SQL 文を実行できません。");
-    }
-    return fault;
-}
 
 SqliteFile::SqliteFile(QString name)
     : name_(std::move(name)), database_(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_)) {}
@@ -44,7 +29,7 @@ SqliteFile::~SqliteFile() {
 }
 
 std::unique_ptr<SqliteFile> SqliteFile::Open(const QString& path, Mode mode, Fault& fault, int patience) {
-    std::unique_ptr<SqliteFile> file(new SqliteFile(NewName()));
+    std::unique_ptr<SqliteFile> file(new SqliteFile(NewConnectionName()));
     file->database_.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(patience));
     file->database_.setDatabaseName(UriOf(path, mode));
     if (!file->database_.open()) {
@@ -58,26 +43,9 @@ QSqlQuery SqliteFile::NewQuery() const {
     return QSqlQuery(database_);
 }
 
-bool SqliteFile::Start(QSqlQuery& query, const QString& sql, Fault& fault) {
-    if (sql.trimmed().isEmpty()) {
-        fault = {0, QStringLiteral("SQL 文が空です。")};
-        return false;
-    }
-    // The engine would stop reading at a zero character and run what stands before it.
-    if (sql.contains(QChar(u'\0'))) {
-        fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
-        return false;
-    }
-    if (!query.exec(sql)) {
-        fault = FaultOf(query.lastError());
-        return false;
-    }
-    return true;
-}
-
 bool SqliteFile::Run(const QString& sql, Fault& fault) const {
     QSqlQuery query = NewQuery();
-    const bool done = Start(query, sql, fault);
+    const bool done = StartQuery(query, sql, fault);
     query.finish();
     return done;
 }

@@ -29,9 +29,6 @@ class SqliteFile {
     /// A query on this file that has not run yet.
     QSqlQuery NewQuery() const;
 
-    /// Starts one statement of the engine's own SQL on a new query. Returns false on a fault and fills `fault`.
-    static bool Start(QSqlQuery& query, const QString& sql, Fault& fault);
-
     /// Runs one statement and drops its result. Returns false on a fault and fills `fault`.
     bool Run(const QString& sql, Fault& fault) const;
 
@@ -41,8 +38,5 @@ class SqliteFile {
     QString name_;
     QSqlDatabase database_;
 };
-
-/// The fault of an engine's error: its number, and its own words where it has some.
-Fault FaultOf(const QSqlError& error);
 
 }  // namespace store

@@ -164,7 +164,7 @@ TEST_P(Storage, AnothersLockIsWaitedFor) {
     EXPECT_EQ(store_->Rows("SELECT 名称 FROM M部門"), "先後");
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, Storage, testing::Values(kSqlite, kPostgres),
+INSTANTIATE_TEST_SUITE_P(Engines, Storage, testing::Values(kSqlite, kPostgres, kSqliteOverOdbc, kPostgresOverOdbc),
                          [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

@@ -63,14 +63,27 @@ inline QString MakePostgres(const QString&) {
         .arg(TestServer(), name);
 }
 
+/// The same file through SQLite's ODBC driver.
+inline QString MakeSqliteOverOdbc(const QString& folder) {
+    return MakeSqlite(folder).replace(QLatin1String("=SQLite"), QLatin1String("=ODBC:SQLite3"));
+}
+
+/// The same database through PostgreSQL's ODBC driver.
+inline QString MakePostgresOverOdbc(const QString& folder) {
+    return MakePostgres(folder).replace(QLatin1String("=PostgreSQL"), QLatin1String("=ODBC:PostgreSQL Unicode"));
+}
+
 inline const Engine kSqlite{"sqlite", MakeSqlite, "BEGIN IMMEDIATE"};
 inline const Engine kPostgres{"postgresql", MakePostgres, "BEGIN"};
+inline const Engine kSqliteOverOdbc{"sqlite_odbc", MakeSqliteOverOdbc, "BEGIN IMMEDIATE"};
+inline const Engine kPostgresOverOdbc{"postgresql_odbc", MakePostgresOverOdbc, "BEGIN"};
 
 /// Tests on every engine. That of a server is left out where none was started; "./test" starts one.
 class OnEngine : public testing::TestWithParam<Engine> {
   protected:
     void SetUp() override {
-        if (GetParam().make == MakePostgres && TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+        const bool onServer = GetParam().make == MakePostgres || GetParam().make == MakePostgresOverOdbc;
+        if (onServer && TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
     }
 };
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "store/connection.h"
+#include "store/connection_string.h"
+
+namespace store {
+
+/// An engine that may stand behind an ODBC driver: the transport says nothing about the SQL that it speaks.
+struct OdbcEngine {
+    /// What the driver calls it begins with this, in any case.
+    QLatin1String name;
+    /// Writes a statement of the program's one kind of SQL as this engine's; nothing, and `fault`, when it can't.
+    std::optional<QString> (*dialect)(const QString& sql, Fault& fault);
+    /// The statement that sets how long a lock is waited for, "%1" being milliseconds; empty for none.
+    QLatin1String patience;
+};
+
+/// The engine that a driver calls by this name; null for one whose SQL the program can't write.
+const OdbcEngine* FindOdbcEngine(const QString& name);
+
+/// Turns a statement into that of SQLite behind an ODBC driver manager: as ToSqlite does, and a character outside of
+/// the basic plane (𠮷) in a literal becomes a call of char(), since such a manager can't carry it. Elsewhere in the
+/// statement such a character is a fault.
+std::optional<QString> ToSqliteOverOdbc(const QString& sql, Fault& fault);
+
+/// What is behind "ODBC:" in the provider of a connection string, completed by its other parts, as an ODBC connection
+/// string without "DSN=" or "Driver=": the database (a path that is a file below `installRoot` becomes absolute), the
+/// server, user and password, each only when it is given.
+QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot);
+
+}  // namespace store

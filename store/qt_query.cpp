@@ -1,0 +1,79 @@
+#include "store/qt_query.h"
+
+#include <QSqlRecord>
+#include <QVariant>
+#include <atomic>
+
+namespace store {
+namespace {
+
+Recordset::Row ReadRow(const QSqlQuery& query, int width) {
+    Recordset::Row row;
+    row.reserve(static_cast<std::size_t>(width));
+    for (int i = 0; i < width; ++i) {
+        const QVariant value = query.value(i);
+        row.push_back(value.isNull() ? std::nullopt : std::optional(value.toString()));
+    }
+    return row;
+}
+
+// Some ODBC drivers tell a name's length in bytes where characters are asked for; what stands behind the zero
+// character is chance.
+QString BareName(const QString& name) {
+    const auto end = name.indexOf(QChar(u'\0'));
+    return end < 0 ? name : name.left(end);
+}
+
+}  // namespace
+
+QString NewConnectionName() {
+    static std::atomic<int> count = 0;
+    return QStringLiteral("katsudo-%1").arg(++count);
+}
+
+Fault FaultOf(const QSqlError& error) {
+    Fault fault;
+    fault.number = error.nativeErrorCode().toInt();
+    fault.description = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+    if (fault.description.isEmpty()) {
+        fault.description = QStringLiteral("SQL 文を実行できません。");
+    }
+    return fault;
+}
+
+bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
+    if (sql.trimmed().isEmpty()) {
+        fault = {0, QStringLiteral("SQL 文が空です。")};
+        return false;
+    }
+    // The engine would stop reading at a zero character and run what stands before it.
+    if (sql.contains(QChar(u'\0'))) {
+        fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
+        return false;
+    }
+    if (!query.exec(sql)) {
+        fault = FaultOf(query.lastError());
+        return false;
+    }
+    return true;
+}
+
+std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault) {
+    QStringList columns;
+    const QSqlRecord record = query.record();
+    for (int i = 0; i < record.count(); ++i) {
+        columns.append(BareName(record.fieldName(i)));
+    }
+    std::vector<Recordset::Row> rows;
+    while (static_cast<int>(rows.size()) < mostRows && query.next()) {
+        rows.push_back(ReadRow(query, record.count()));
+    }
+    if (query.lastError().isValid()) {
+        fault = FaultOf(query.lastError());
+        return nullptr;
+    }
+    query.finish();
+    return std::make_unique<Recordset>(std::move(columns), std::move(rows));
+}
+
+}  // namespace store
