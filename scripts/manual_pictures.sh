@@ -47,6 +47,9 @@ play_to wnd担当者一覧 '{"do":"key","key":"Ctrl"}'
 take list
 play_to frm活動手帳 '{"do":"key","key":"Escape"}'
 play '{"do":"choose","item":"tab_詳細","entry":0}'
+play_to sbf営業日程移動 '{"do":"click","item":"btn_移動"}'
+take move
+play_to frm活動手帳 '{"do":"click","item":"btn_終了"}'
 enter 営業活動摘要 "見積書をお渡しした。来週お返事をいただく。"
 play_to msg登録確認 '{"do":"click","item":"btn_登録"}'
 take confirm
