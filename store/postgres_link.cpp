@@ -91,15 +91,7 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
 }
 
 bool PostgresLink::Start(QSqlQuery& query, const QString& sql, Fault& fault) {
-    if (sql.trimmed().isEmpty()) {
-        fault = {0, QStringLiteral("SQL 文が空です。")};
-        return false;
-    }
-    // The engine would stop reading at a zero character and run what stands before it.
-    if (sql.contains(QChar(u'\0'))) {
-        fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
-        return false;
-    }
+    if (!CanBeSent(sql, fault)) return false;
     if (watcher) watcher(sql);
     if (query.exec(sql)) return true;
     fault = ServerFault(query.lastError());

@@ -41,7 +41,7 @@ Fault FaultOf(const QSqlError& error) {
     return fault;
 }
 
-bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
+bool CanBeSent(const QString& sql, Fault& fault) {
     if (sql.trimmed().isEmpty()) {
         fault = {0, QStringLiteral("SQL 文が空です。")};
         return false;
@@ -51,6 +51,11 @@ bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
         fault = {0, QStringLiteral("SQL 文に NUL 文字があります。")};
         return false;
     }
+    return true;
+}
+
+bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
+    if (!CanBeSent(sql, fault)) return false;
     if (!query.exec(sql)) {
         fault = FaultOf(query.lastError());
         return false;

@@ -15,8 +15,10 @@ QString NewConnectionName();
 /// The fault of an engine's error: its number, and its own words where it has some.
 Fault FaultOf(const QSqlError& error);
 
-/// Starts one statement of the engine's own SQL on a new query. Returns false on a fault and fills `fault`; an empty
-/// statement and one with a zero character are faults.
+/// False, with `fault`, for an empty statement and one with a zero character.
+bool CanBeSent(const QString& sql, Fault& fault);
+
+/// Starts one statement of the engine's own SQL on a new query. Returns false on a fault and fills `fault`.
 bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault);
 
 /// Reads the result of a query that was started, whole or its first `mostRows` rows, and finishes it. A result that is
