@@ -165,19 +165,23 @@ QString ListCondition(DiaryContext& diary, std::size_t kind, Gesture gesture) {
 
 }  // namespace
 
+QString DocumentStatement(std::size_t kind, const QString& site, const QString& baseDate, const QString& number) {
+    const QString table = Table(kind);
+    return "SELECT TOP 1 " + table +
+           ".*, M担当者.氏名 AS 担当者名, M部門.名称 AS 部門名, Mセクション.名称 AS セクション名"
+           " FROM Mセクション RIGHT JOIN (M部門 RIGHT JOIN (M担当者 RIGHT JOIN " +
+           table + " ON M担当者.コード = " + table + ".担当者コード) ON M部門.コード = " + table +
+           ".部門コード) ON Mセクション.コード = " + table + ".セクションコード WHERE " +
+           Equals(table, QStringLiteral("事業所コード"), site) + " AND " +
+           Equals(table, QStringLiteral("番号基準日付"), baseDate) + " AND " +
+           Equals(table, NumberColumn(kind), number);
+}
+
 std::unique_ptr<store::Recordset> FetchDocument(DiaryContext& diary, std::size_t kind, const QString& site,
                                                 const QString& baseDate, const QString& number) {
     diary.viewingLog.RecordViewing({session::kProgramId, site, baseDate, number, QString()});
-    const QString table = Table(kind);
-    const QString sql = "SELECT TOP 1 " + table +
-                        ".*, M担当者.氏名 AS 担当者名, M部門.名称 AS 部門名, Mセクション.名称 AS セクション名"
-                        " FROM Mセクション RIGHT JOIN (M部門 RIGHT JOIN (M担当者 RIGHT JOIN " +
-                        table + " ON M担当者.コード = " + table + ".担当者コード) ON M部門.コード = " + table +
-                        ".部門コード) ON Mセクション.コード = " + table + ".セクションコード WHERE " +
-                        Equals(table, QStringLiteral("事業所コード"), site) + " AND " +
-                        Equals(table, QStringLiteral("番号基準日付"), baseDate) + " AND " +
-                        Equals(table, NumberColumn(kind), number);
     std::unique_ptr<store::Recordset> row;
+    const QString sql = DocumentStatement(kind, site, baseDate, number);
     return diary.data.OpenMainRecordset(row, sql) ? std::move(row) : nullptr;
 }
 

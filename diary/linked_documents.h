@@ -9,6 +9,9 @@ namespace diary {
 /// Places of the kinds in ActivitySlot::documents.
 enum DocumentPlace : std::size_t { k出金, k案件, k営業引合, k営業見積, k顧客注文, k営業受注 };
 
+/// The statement that fetches a document, with the names of its staff member, department and section.
+QString DocumentStatement(std::size_t kind, const QString& site, const QString& baseDate, const QString& number);
+
 /// Finds a document by its whole reference, and notes the look in the viewing log. Null when there is none.
 std::unique_ptr<store::Recordset> FetchDocument(DiaryContext& diary, std::size_t kind, const QString& site,
                                                 const QString& baseDate, const QString& number);

@@ -24,12 +24,23 @@ Catalogue MakeCatalogue() {
     return catalogue;
 }
 
+const Catalogue& AllByName() {
+    static const Catalogue catalogue = MakeCatalogue();
+    return catalogue;
+}
+
 }  // namespace
 
 const ListDescription* FindList(const QString& name) {
-    static const Catalogue catalogue = MakeCatalogue();
-    const auto found = catalogue.find(name);
-    return found == catalogue.end() ? nullptr : &found->second;
+    const auto found = AllByName().find(name);
+    return found == AllByName().end() ? nullptr : &found->second;
+}
+
+std::vector<const ListDescription*> EveryList() {
+    std::vector<const ListDescription*> lists;
+    for (const auto& [name, list] : AllByName())
+        lists.push_back(&list);
+    return lists;
 }
 
 }  // namespace lists

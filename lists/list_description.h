@@ -212,4 +212,7 @@ QString BuildSearchSql(const ListDescription& list, const ListStatement& stateme
 /// All list windows by name; null for an unknown one.
 const ListDescription* FindList(const QString& name);
 
+/// Each of them once.
+std::vector<const ListDescription*> EveryList();
+
 }  // namespace lists

@@ -143,7 +143,9 @@ std::optional<QString> FlattenJoins(const TokenizedSql& sql, const JoinNode& tre
     }
     QString from = sql.Slice(chain.front().table->text);
     for (auto step = chain.begin() + 1; step != chain.end(); ++step) {
-        from += step->left ? QStringLiteral(" LEFT JOIN ") : QStringLiteral(" INNER JOIN ");
+        from += step->left         ? QStringLiteral(" LEFT JOIN ")
+                : step->on.empty() ? QStringLiteral(" CROSS JOIN ")
+                                   : QStringLiteral(" INNER JOIN ");
         from += sql.Slice(step->table->text) + WriteOn(sql, step->on);
     }
     return from;

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "store/sqlite_dialect.h"
-#include "store/sqlite_file.h"
 #include "tests/store/store_fixture.h"
 
 namespace store {
@@ -187,76 +186,6 @@ TEST_F(Joins, FlippedJoinsGiveTheRowsOfHandWrittenOnes) {
             EXPECT_EQ(rows, Sorted(Head(tables) + expected + filter)) << from.toStdString();
         }
     }
-}
-
-// A random join of the tables, each once, in brackets wherever the dice say so.
-class RandomJoin {
-  public:
-    explicit RandomJoin(quint32 seed) : random_(seed) {}
-
-    QString Of(const QString& tables) {
-        if (tables.size() == 1) {
-            return tables;
-        }
-        const int cut = 1 + random_.bounded(int(tables.size()) - 1);
-        const QString left = tables.left(cut);
-        const QString right = tables.mid(cut);
-        const QString kind = QStringList{"INNER", "LEFT", "RIGHT", "RIGHT"}[random_.bounded(4)];
-        const QString head = left.size() > 1 && random_.bounded(2) ? "(" + Of(left) + ")" : Of(left);
-        const QString tail = right.size() > 1 ? "(" + Of(right) + ")" : right;
-        return head + " " + kind + " JOIN " + tail + " ON " + Condition(left, right);
-    }
-
-  private:
-    QString Column(const QString& tables) {
-        return QString("%1.%2").arg(tables[random_.bounded(int(tables.size()))]).arg("kbcd"[random_.bounded(4)]);
-    }
-
-    QString Condition(const QString& left, const QString& right) {
-        const QString equal = Column(left) + " = " + Column(right);
-        switch (random_.bounded(6)) {
-            case 0:
-                return equal + " AND " + Column(left + right) + " IS NULL";
-            case 1:
-                return equal + " OR " + Column(left + right) + " = '1'";
-            case 2:
-                return "(" + equal + " AND " + Column(left + right) + " < '4')";
-            default:
-                return equal;
-        }
-    }
-
-    QRandomGenerator random_;
-};
-
-TEST_F(Joins, RandomJoinsGiveTheRowsOfTheBareEngine) {
-    Fault fault;
-    const auto file = SqliteFile::Open(db_.Path(), SqliteFile::Mode::Existing, fault);
-    ASSERT_TRUE(file);
-    int compared = 0;
-    for (quint32 seed = 0; seed < 600; ++seed) {
-        const QString tables = QString("ABCD").left(2 + int(seed % 3));
-        const QString sql = Head(tables) + RandomJoin(seed).Of(tables);
-        const auto written = ToSqlite(sql, fault);
-        if (!written || *written == sql) {
-            continue;
-        }
-        QSqlQuery bare = file->NewQuery();
-        ASSERT_TRUE(bare.exec(sql)) << sql.toStdString();
-        QStringList expected;
-        while (bare.next()) {
-            QStringList values;
-            for (int i = 0; i < 4 * tables.size(); ++i) {
-                values.append(bare.isNull(i) ? "-" : bare.value(i).toString());
-            }
-            expected.append(values.join(','));
-        }
-        std::sort(expected.begin(), expected.end());
-        const QStringList rows = Sorted(sql);
-        EXPECT_EQ(rows, expected.isEmpty() ? QStringList("") : expected) << sql.toStdString() << written->toStdString();
-        ++compared;
-    }
-    EXPECT_GT(compared, 200) << "too many were refused";
 }
 
 TEST_F(Joins, MarkedCommaJoinsGiveTheRowsOfHandWrittenOnes) {
