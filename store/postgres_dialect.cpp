@@ -48,12 +48,12 @@ class Writer {
     std::optional<QString> Write(Fault& fault) {
         for (std::size_t i = 0; i < sql_.Size() && problem_.isEmpty(); ++i)
             Look(i);
-        for (const auto& [select, shape] : selects_)
-            if (!IsAny(select + 1, {"DISTINCT"}) && FindsByPieces(shape.where)) SortWhatIsFound(shape.tail);
         if (!problem_.isEmpty()) {
             fault = {0, QStringLiteral("SQL 文を変換できません。") + problem_};
             return std::nullopt;
         }
+        for (const auto& [select, shape] : selects_)
+            if (!IsAny(select + 1, {"DISTINCT"}) && FindsByPieces(shape.where)) SortWhatIsFound(shape.tail);
         return sql_.Size() == 0 ? sql_.Text() : Written(sql_.All());
     }
 

@@ -106,7 +106,10 @@ class Scanner {
         ++at_;
     }
 
-    bool Here(QLatin1String symbol) const { return QStringView(text_).mid(at_).startsWith(symbol); }
+    // Two signs that stand here.
+    bool Here(QLatin1String symbol) const {
+        return text_[at_] == symbol[0] && at_ + 1 < text_.size() && text_[at_ + 1] == symbol[1];
+    }
 
     const QString& text_;
     qsizetype at_ = 0;
@@ -155,17 +158,23 @@ bool TokenizedSql::IsWord(std::size_t index, QLatin1String word) const {
     if (index >= tokens_.size() || tokens_[index].kind != SqlToken::Kind::Word) {
         return false;
     }
+    // Nearly every question is answered by the length and the first letter.
     const auto& token = tokens_[index];
+    constexpr char16_t kSmall = 0x20;
+    if (token.length != word.size() || (text_[token.start].unicode() | kSmall) != (word[0].unicode() | kSmall)) {
+        return false;
+    }
     return QStringView(text_).mid(token.start, token.length).compare(word, Qt::CaseInsensitive) == 0 &&
            (index == 0 || !IsSymbol(index - 1, QLatin1String(".")));
 }
 
 bool TokenizedSql::IsSymbol(std::size_t index, QLatin1String symbol) const {
-    if (index >= tokens_.size() || tokens_[index].kind != SqlToken::Kind::Symbol) {
+    if (index >= tokens_.size() || tokens_[index].length != symbol.size() ||
+        tokens_[index].kind != SqlToken::Kind::Symbol) {
         return false;
     }
-    const auto& token = tokens_[index];
-    return QStringView(text_).mid(token.start, token.length) == symbol;
+    const auto start = tokens_[index].start;
+    return text_[start] == symbol[0] && (symbol.size() == 1 || text_[start + 1] == symbol[1]);
 }
 
 bool TokenizedSql::IsName(std::size_t index) const {

@@ -50,8 +50,8 @@ TEST(PostgresDialect, WritesWhatTheEngineReadsOtherwise) {
         EXPECT_EQ(ToPostgres(from, fault).value_or("refused: " + fault.description).simplified(), to)
             << from.toStdString();
     }
-    for (const QString refused :
-         {"DELETE FROM a; DELETE FROM b", "SELECT a LIKE b ESCAPE '!'", "SELECT TOP 5 PERCENT k FROM A"}) {
+    for (const QString refused : {"DELETE FROM a; DELETE FROM b", "SELECT a LIKE b ESCAPE '!'",
+                                  "SELECT a FROM t WHERE a LIKE '%1%' ESCAPE b", "SELECT TOP 5 PERCENT k FROM A"}) {
         Fault fault;
         EXPECT_FALSE(ToPostgres(refused, fault)) << refused.toStdString();
         EXPECT_NE(fault.description, "");
