@@ -4,17 +4,12 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "tests/rewriter/plain_values.h"
+
 namespace plain {
 namespace {
 
 using Kind = Expression::Kind;
-using Truth = std::optional<bool>;  // none for unknown
-
-struct Value {
-    Cell cell;
-    bool integer = false;
-};
-
 // The tables that stand side by side, and one row of each; a null row has Null everywhere.
 struct Binding {
     QString name;
@@ -35,62 +30,6 @@ struct Scope {
 };
 
 struct Meaningless {};
-
-// Texts as people search for them, by Unicode's own tables.
-QString Folded(const QString& text) {
-    QString folded = text.normalized(QString::NormalizationForm_KC).toLower();
-    for (QChar& c : folded)
-        if (c.unicode() >= 0x3041 && c.unicode() <= 0x3096) c = QChar(c.unicode() + 0x60);
-    return folded;
-}
-
-bool IsLike(const QString& text, const QString& pattern, QChar escape, qsizetype t = 0, qsizetype p = 0) {
-    for (; p < pattern.size(); ++p, ++t) {
-        if (pattern[p] == '%' && pattern[p] != escape) {
-            for (qsizetype rest = t; rest <= text.size(); ++rest)
-                if (IsLike(text, pattern, escape, rest, p + 1)) return true;
-            return false;
-        }
-        if (t >= text.size()) return false;
-        if (!escape.isNull() && pattern[p] == escape) {
-            if (++p >= pattern.size()) return false;
-        } else if (pattern[p] == '_') {
-            continue;
-        }
-        if (text[t] != pattern[p]) return false;
-    }
-    return t == text.size();
-}
-
-int Order(const Value& left, const Value& right) {
-    if (left.integer || right.integer) {
-        const qint64 a = left.cell->toLongLong(), b = right.cell->toLongLong();
-        return a < b ? -1 : a > b ? 1 : 0;
-    }
-    const QByteArray a = left.cell->toUtf8(), b = right.cell->toUtf8();
-    return a < b ? -1 : b < a ? 1 : 0;
-}
-
-bool IsHeld(const QString& sign, int order) {
-    if (sign == "=") return order == 0;
-    if (sign == "<>") return order != 0;
-    if (sign == "<") return order < 0;
-    if (sign == "<=") return order <= 0;
-    return sign == ">" ? order > 0 : order >= 0;
-}
-
-Truth Not(Truth truth) {
-    return truth ? Truth(!*truth) : truth;
-}
-
-Truth And(Truth a, Truth b) {
-    if (a == false || b == false) return false;
-    return a && b ? Truth(true) : Truth();
-}
-
-Truth Or(Truth a, Truth b) {
-    return Not(And(Not(a), Not(b)));
-}
 
 template <typename Visit>
 void ForEach(const Expression& expression, const Visit& visit) {
@@ -286,7 +225,7 @@ class Evaluator {
         for (const Rows& rows : relation.rows) {
             const Scope scope{outer, relation.bindings, rows};
             Line line{Output(select, scope), {}};
-            for (const plain::Order& order : select.orders)
+            for (const Order& order : select.orders)
                 line.keys.push_back(Evaluate(order.value, scope));
             lines.push_back(std::move(line));
         }
@@ -315,7 +254,7 @@ class Evaluator {
     static bool IsBefore(const Select& select, const std::vector<Value>& a, const std::vector<Value>& b) {
         for (std::size_t i = 0; i < a.size(); ++i) {
             int order = int(a[i].cell.has_value()) - int(b[i].cell.has_value());
-            if (a[i].cell && b[i].cell) order = Order(a[i], b[i]);
+            if (a[i].cell && b[i].cell) order = Ranked(a[i], b[i]);
             if (order != 0) return select.orders[i].descending ? order > 0 : order < 0;
         }
         return false;
@@ -408,10 +347,6 @@ class Evaluator {
         throw std::runtime_error(("no column " + column.table + "." + column.text).toStdString());
     }
 
-    Truth Compare(const QString& sign, const Value& left, const Value& right) {
-        return left.cell && right.cell ? Truth(IsHeld(sign, Order(left, right))) : Truth();
-    }
-
     Truth Test(const Expression& e, const Scope& scope) {
         const Truth truth = Plain(e, scope);
         return e.negated ? Not(truth) : truth;
@@ -447,7 +382,7 @@ class Evaluator {
         const Value text = Evaluate(e.operands[0], scope), pattern = Evaluate(e.operands[1], scope);
         const QChar escape = e.operands.size() > 2 ? e.operands[2].text[0] : QChar();
         if (!text.cell || !pattern.cell) return {};
-        return IsLike(Folded(*text.cell), Folded(*pattern.cell), escape);
+        return IsLike(*text.cell, *pattern.cell, escape);
     }
 
     Truth IsIn(const Expression& e, const Scope& scope) {
@@ -467,17 +402,6 @@ class Evaluator {
     std::unordered_map<const Expression*, Place> places_;
 };
 
-QString Words(const std::vector<Row>& rows) {
-    QStringList lines;
-    for (const Row& row : rows) {
-        QStringList cells;
-        for (const Cell& cell : row)
-            cells << cell.value_or("Null");
-        lines << cells.join('|');
-    }
-    return lines.join('\n');
-}
-
 }  // namespace
 
 std::size_t Result::RowCount() const {
@@ -493,24 +417,6 @@ std::optional<Result> Evaluate(const Select& select, const Data& data) {
     } catch (const Meaningless&) {
         return std::nullopt;
     }
-}
-
-QString Difference(const Result& expected, const std::vector<Row>& rows) {
-    if (rows.size() != expected.RowCount())
-        return QString("%1 rows instead of %2:\n%3").arg(rows.size()).arg(expected.RowCount()).arg(Words(rows));
-    auto at = rows.begin();
-    for (const auto& group : expected.groups) {
-        const auto count = std::min(std::ptrdiff_t(group.size()), rows.end() - at);
-        std::multiset<Row> left(group.begin(), group.end());
-        for (auto row = at; row != at + count; ++row) {
-            const auto same = left.find(*row);
-            if (same == left.end())
-                return "not a row, or not here: " + Words({*row}) + "\nexpected one of\n" + Words(group);
-            left.erase(same);
-        }
-        at += count;
-    }
-    return {};
 }
 
 }  // namespace plain

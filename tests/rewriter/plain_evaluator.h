@@ -4,10 +4,10 @@
 #include <set>
 
 #include "tests/rewriter/plain_statement.h"
+#include "tests/rewriter/plain_values.h"
 
 namespace plain {
 
-using Cell = std::optional<QString>;
 using Row = std::vector<Cell>;
 
 struct Table {
@@ -33,8 +33,5 @@ struct Result {
 /// Runs the statement by nested loops over all rows. Nothing for a statement without a meaning: marks of (+) beside an
 /// OR, in a circle, on both sides of a comparison, or on nothing to join to.
 std::optional<Result> Evaluate(const Select& select, const Data& data);
-
-/// What differs between an engine's rows and the result, in words; empty for nothing.
-QString Difference(const Result& expected, const std::vector<Row>& rows);
 
 }  // namespace plain
