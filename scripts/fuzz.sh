@@ -10,4 +10,4 @@ cmake --preset fuzz >build/fuzz-configure.log || { cat build/fuzz-configure.log;
 cmake --build --preset fuzz
 export QT_QPA_PLATFORM=offscreen
 exec build/fuzz/bin/rewriter_fuzz -max_total_time="${1:-3600}" -max_len=2000 -dict=tests/fuzz/sql.dict \
-    -artifact_prefix=build/fuzz-findings/ -print_final_stats=1 build/fuzz-corpus
+    -artifact_prefix=build/fuzz-findings/ -print_final_stats=1 -rss_limit_mb=8192 build/fuzz-corpus
