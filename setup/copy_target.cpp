@@ -9,13 +9,14 @@ namespace {
 
 const QString kDefinition = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
 
-store::PostgresLogin ServerLogin(store::Connection& config, const std::optional<ServerAdmin>& admin) {
+store::PostgresLogin ServerLogin(const Tree& tree, store::Connection& config, const std::optional<ServerAdmin>& admin) {
     const auto value = [&config](const QString& column) { return ReadValue(config, kDefinition, column).trimmed(); };
     store::PostgresLogin login;
     store::TakeServer(value("サーバー名"), login);
     login.database = value("データベース名");
     login.user = admin ? admin->user : value("ユーザーID");
     login.password = admin ? admin->password : value("パスワード");
+    login.authority = store::ServerAuthority(tree.root);
     return login;
 }
 
@@ -39,7 +40,7 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
         target->writer_ = store::BulkWriter::Open(file, fault, store::BulkWriter::CutShort::Committed);
         target->indexes_ = session::CreateIndexStatements;
     } else if (provider.compare("PostgreSQL", Qt::CaseInsensitive) == 0) {
-        target->writer_ = store::BulkWriter::Open(ServerLogin(target->Config(), admin), fault);
+        target->writer_ = store::BulkWriter::Open(ServerLogin(tree, target->Config(), admin), fault);
         target->indexes_ = session::ServerIndexStatements;
     } else {
         return target;
