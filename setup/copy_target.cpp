@@ -31,8 +31,10 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
                                              QString& problem) {
     auto target = std::make_unique<CopyTarget>();
     target->open_ = OpenStores(tree, admin);
-    problem = target->open_.problem;
-    if (!problem.isEmpty()) return nullptr;
+    if (!target->open_.problem.isEmpty()) {
+        problem = tree.root + ": " + target->open_.problem;
+        return nullptr;
+    }
     const QString file = MainStoreFile(tree, target->Config());
     const QString provider = ReadValue(target->Config(), kDefinition, "プロバイダ名").trimmed();
     store::Fault fault;
