@@ -113,7 +113,7 @@ start() {
 }
 
 stop() {
-    control stop -m immediate || true
+    control stop -m immediate 2>/dev/null || true
     rm -rf "$folder"
 }
 
