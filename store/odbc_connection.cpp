@@ -135,14 +135,21 @@ class OdbcDoor {
         const QString driver = name_.startsWith(u'{') ? name_ : u'{' + name_ + u'}';
         Fault asSource;
         auto session = std::make_unique<OdbcSession>();
-        if (!name_.startsWith(u'{') && session->Open("DSN=" + name_ + u';' + sourceAttributes_, seconds, asSource))
-            return session;
+        if (!name_.startsWith(u'{') && session->Open(AsSource(), seconds, asSource)) return session;
         Fault asDriver;
         if (session->Open("DRIVER=" + driver + u';' + driverAttributes_, seconds, asDriver)) return session;
         fault = {asSource.number ? asSource.number : asDriver.number,
                  QStringLiteral("ODBC の「%1」に接続できません: %2 %3")
                      .arg(name_, asSource.description, asDriver.description)};
         return nullptr;
+    }
+
+    // Qt writes "DSN=" before a text in which it finds neither a driver nor a server.
+    QString AsSource() const {
+        const QString text = name_ + u';' + sourceAttributes_;
+        const bool asItIs = text.contains(QLatin1String("DRIVER="), Qt::CaseInsensitive) ||
+                            text.contains(QLatin1String("SERVER="), Qt::CaseInsensitive);
+        return asItIs ? "DSN=" + text : text;
     }
 
     QString name_;

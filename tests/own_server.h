@@ -34,7 +34,7 @@ class OwnServer {
     const QString& Place() const { return place_; }
     /// The same server by TCP under a host's name; only with the option "network".
     QString At(const QString& host) const { return host + place_.mid(place_.lastIndexOf(u':')); }
-    QString File(const QString& name) const { return folder_ + "/" + name; }
+    QString File(const QString& name) const { return place_.section(u':', 0, 0) + "/" + name; }
 
     /// Ends it as a crash would, and starts it again.
     void Down() const { Script("down"); }

@@ -79,6 +79,73 @@ TEST_P(OnNetwork, EncryptsWhereTheServerOffersItAndTrustsWhomTheTreeTrusts) {
     EXPECT_TRUE(Encrypted(server.At("localhost"), "client").contains("no encryption"));
 }
 
+// What this machine demands is more than what a server offers.
+TEST(Libpq, ItsEnvironmentCounts) {
+    const OwnServer server({"network"});
+    if (!server.Running()) GTEST_SKIP() << "there is no PostgreSQL server";
+    server.Do("ALTER SYSTEM SET ssl = off");
+    server.Do("SELECT pg_reload_conf()");
+    PostgresLogin login;
+    TakeServer(server.At("localhost"), login);
+    login.database = "postgres";
+    login.user = "katsudo_admin";
+    Fault fault;
+    EXPECT_TRUE(PostgresLink::Open(login, {}, fault)) << fault.description.toStdString();
+    qputenv("PGSSLMODE", "require");
+    EXPECT_FALSE(PostgresLink::Open(login, {}, fault));
+    qunsetenv("PGSSLMODE");
+    EXPECT_TRUE(fault.description.contains("does not support SSL")) << fault.description.toStdString();
+}
+
+/// A file of data sources, which counts as this user's.
+class DataSources {
+  public:
+    explicit DataSources(const QByteArray& content) {
+        QFile file(folder_.filePath("odbc.ini"));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        qputenv("ODBCINI", file.fileName().toUtf8());
+    }
+    ~DataSources() { qunsetenv("ODBCINI"); }
+
+  private:
+    QTemporaryDir folder_;
+};
+
+TEST(DataSource, KeepsItsOwnWordUnlessTheConnectionSaysOtherwise) {
+    const OwnServer server({"network"});
+    if (!server.Running()) GTEST_SKIP() << "there is no PostgreSQL server";
+    const QByteArray common =
+        "]\nDriver=PostgreSQL Unicode\nServername=localhost\nDatabase=postgres\nSSLmode=require\n";
+    const DataSources sources("[katsudo-right" + common + "Port=" + server.Place().section(u':', 1).toUtf8() +
+                              "\n[katsudo-wrong" + common + "Port=1\n");
+    const auto open = [](const QString& parts) {
+        Fault fault;
+        const auto connection = OpenConnection("User ID=katsudo_admin;Password=x;" + parts, "/", fault);
+        return connection ? QString("open") : fault.description;
+    };
+    const QString here = "Data Source=" + server.At("localhost") + ";Initial Catalog=postgres;";
+    EXPECT_EQ(open("Provider=ODBC:katsudo-right;"), "open");
+    EXPECT_EQ(open("Provider=ODBC:katsudo-right;" + here), "open");
+    EXPECT_TRUE(open("Provider=ODBC:katsudo-wrong;").contains("port 1 failed"));
+    EXPECT_EQ(open("Provider=ODBC:katsudo-wrong;" + here), "open") << "the port of the server's name";
+    server.Do("ALTER SYSTEM SET ssl = off");
+    server.Do("SELECT pg_reload_conf()");
+    EXPECT_TRUE(open("Provider=ODBC:katsudo-right;").contains("does not support SSL"));
+    EXPECT_TRUE(open("Provider=ODBC:katsudo-right;" + here).contains("does not support SSL"));
+}
+
+TEST(DataSource, LeadsToAFile) {
+    const OpenStore db;
+    const DataSources sources("[katsudo-named]\nDriver=SQLite3\nDatabase=" + db.Path().toUtf8() +
+                              "\n[katsudo-bare]\nDriver=SQLite3\n");
+    Fault fault;
+    EXPECT_TRUE(OpenConnection("Provider=ODBC:katsudo-named;", "/", fault)) << fault.description.toStdString();
+    EXPECT_TRUE(OpenConnection("Provider=ODBC:katsudo-bare;Data Source=store.accdb;", db.Folder(), fault))
+        << fault.description.toStdString();
+    EXPECT_FALSE(OpenConnection("Provider=ODBC:katsudo-bare;Data Source=missing.accdb;", db.Folder(), fault));
+    EXPECT_EQ(QDir(db.Folder()).entryList(QDir::Files), QStringList{"store.accdb"});
+}
+
 INSTANTIATE_TEST_SUITE_P(Providers, OnNetwork, testing::Values("PostgreSQL", "ODBC:PostgreSQL Unicode"), NameOf);
 
 class AtServer : public OverProvider {};
