@@ -52,7 +52,7 @@ class SetupAtServer : public testing::Test {
 TEST_F(SetupAtServer, ACreateThatTheServerLeftIsRunAgain) {
     Start();
     if (IsSkipped()) return;
-    const QStringList words = CreateWords({"--demo", "--staff", "10", "--parties", "20000", "--today", "20260731"});
+    const QStringList words = CreateWords({"--demo", "--staff", "10", "--parties", "5000", "--today", "20260731"});
     EXPECT_TRUE(Run(words, 1, "\rparties").contains("The database company can't be made: ")) << "it went down too late";
     EXPECT_FALSE(served_.tree.Exists());
     EXPECT_TRUE(Run(words, 1).contains("データベースサーバーに接続できません"));
@@ -69,6 +69,9 @@ TEST_F(SetupAtServer, ACopyThatTheServerLeftIsRunAgain) {
     DemoSizes sizes = SmallDemo();
     sizes.activities = 30'000;
     ASSERT_EQ(file_.Create(sizes), "");
+    // More than a hundred thousand rows that tell nothing new.
+    store::Fault fault;
+    ASSERT_TRUE(OpenStores(file_.tree).main->Execute("DELETE FROM M郵便番号 WHERE 郵便番号 > '0100000'", fault));
     Run(CreateWords({"--empty"}), 0);
     EXPECT_TRUE(Run(CopyWords(), 1, "\rT営業活動明細 25000").contains("can't be"));
     EXPECT_TRUE(Run(CopyWords(), 1).contains(served_.tree.root + ": The main store can't be opened: "));
@@ -123,6 +126,29 @@ TEST_F(SetupAtServer, ACheckTellsWhoMayNotDoWhat) {
     }
     server_->Down();
     EXPECT_TRUE(Run(check, 1).contains("The main store can't be opened: データベースサーバーに接続できません"));
+}
+
+TEST_F(SetupAtServer, ACertifiedServerIsAskedForFromTheStart) {
+    Start({"network"});
+    if (IsSkipped()) return;
+    ASSERT_TRUE(QDir().mkpath(served_.tree.Folder("conf")));
+    const QString file = served_.tree.Folder("conf") + "/server-ca.crt";
+    ASSERT_TRUE(QFile::copy(server_->File("authority.crt"), file));
+    QStringList words = CreateWords({"--empty"});
+    QString& server = words[words.indexOf("--server") + 1];
+    server = server_->At("127.0.0.1");
+    EXPECT_TRUE(Run(words, 1).contains("certificate")) << "it is for another name";
+    server = server_->At("localhost");
+    Run(words, 0);
+    EXPECT_EQ(CheckTree(served_.tree).wrong, QStringList{});
+
+    ASSERT_EQ(file_.Create({}), "");
+    server_->Do("ALTER SYSTEM SET ssl = off");
+    server_->Do("SELECT pg_reload_conf()");
+    EXPECT_TRUE(Run(CopyWords(), 1).contains("does not support SSL"));
+    server_->Do("ALTER SYSTEM SET ssl = on");
+    server_->Do("SELECT pg_reload_conf()");
+    Run(CopyWords(), 0);
 }
 
 TEST(SetupOnSmallDisk, AFullDiskLeavesTheTreeThatWasThere) {
