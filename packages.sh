@@ -11,7 +11,7 @@ packages=(
     libsqlite3-dev                           # the engine itself, for the LIKE that finds however a text is written
     libsodium-dev                            # stored PINs
     libgtest-dev libgmock-dev                # tests
-    postgresql                               # a server for the tests, which start their own
+    postgresql openssl                       # a server for the tests, which start their own, and its certificate
     unixodbc odbc-postgresql libsqliteodbc   # ODBC drivers, to test that way with engines that are known
     sqlite3 skkdic-extra                     # a look at the stored rows; the postcodes of the demo data
     fonts-noto-cjk                           # a font with every Japanese glyph

@@ -41,16 +41,16 @@ QStringList SearchedColumns(const Table& table) {
     return {};
 }
 
-QString WritesOf(const QString& table) {
-    static const QHash<QString, QString> writes = {{"T営業活動", "INSERT"},
-                                                   {"T営業活動明細", "INSERT, UPDATE, DELETE"},
-                                                   {"T閲覧", "INSERT"},
-                                                   {"M付属書類", "INSERT, UPDATE, DELETE"},
-                                                   {"M電話番号", "INSERT, UPDATE"},
-                                                   {"A番号情報", "INSERT, UPDATE"},
-                                                   {"A期日別番号情報", "INSERT, UPDATE"},
-                                                   {"A事業所別番号情報", "INSERT, UPDATE"},
-                                                   {"A事業所別期日別番号情報", "INSERT, UPDATE"}};
+QStringList WritesOf(const QString& table) {
+    static const QHash<QString, QStringList> writes = {{"T営業活動", {"INSERT"}},
+                                                       {"T営業活動明細", {"INSERT", "UPDATE", "DELETE"}},
+                                                       {"T閲覧", {"INSERT"}},
+                                                       {"M付属書類", {"INSERT", "UPDATE", "DELETE"}},
+                                                       {"M電話番号", {"INSERT", "UPDATE"}},
+                                                       {"A番号情報", {"INSERT", "UPDATE"}},
+                                                       {"A期日別番号情報", {"INSERT", "UPDATE"}},
+                                                       {"A事業所別番号情報", {"INSERT", "UPDATE"}},
+                                                       {"A事業所別期日別番号情報", {"INSERT", "UPDATE"}}};
     return writes.value(table);
 }
 
@@ -93,11 +93,13 @@ QStringList ServerIndexStatements(const Table& table) {
     return statements;
 }
 
+QStringList ClientRights(const Table& table) {
+    return QStringList{"SELECT"} + WritesOf(table.name);
+}
+
 QStringList ServerRightsStatements(const Table& table, const QString& role) {
-    const QString writes = WritesOf(table.name);
-    return {
-        QString("GRANT SELECT%1 ON %2 TO %3")
-            .arg(writes.isEmpty() ? QString() : ", " + writes, QuotedForPostgres(table.name), QuotedForPostgres(role))};
+    return {QString("GRANT %1 ON %2 TO %3")
+                .arg(ClientRights(table).join(", "), QuotedForPostgres(table.name), QuotedForPostgres(role))};
 }
 
 }  // namespace session

@@ -4,7 +4,7 @@
 #include <QFileInfo>
 
 #include "identity/stored_pin.h"
-#include "session/schema.h"
+#include "session/server_schema.h"
 #include "setup/copy_tree.h"
 #include "setup/empty_rows.h"
 
@@ -41,6 +41,35 @@ void CheckPages(store::Connection& connection, const QString& name, QStringList&
     const auto rows = connection.Query("PRAGMA quick_check(1)", fault);
     const QString verdict = rows ? rows->Value("quick_check").value_or("ok") : fault.description;
     if (verdict != "ok") wrong << QString("The %1 store is damaged: %2").arg(name, verdict);
+}
+
+bool Answers(store::Connection& connection, const QString& sql) {
+    store::Fault unused;
+    return connection.Query(sql, unused) != nullptr;
+}
+
+// Whatever way leads to the engine, only this one keeps its pages in a file that others may damage; a server looks
+// after its own.
+bool HasPages(const OpenTree& open) {
+    return open.dbKind != "S" && Answers(*open.main, "SELECT sqlite_version() AS version");
+}
+
+// A login that may not write makes saves fail without a word on the screen.
+void CheckRights(store::Connection& connection, QStringList& wrong) {
+    if (!Answers(connection, "SELECT current_database() AS name")) return;
+    for (const session::Table& table : session::MainTables()) {
+        QStringList refused;
+        for (const QString& right : session::ClientRights(table)) {
+            store::Fault unused;
+            const auto row = connection.Query(
+                QString("SELECT CAST(has_table_privilege('\"%1\"', '%2') AS INTEGER) AS may").arg(table.name, right),
+                unused);
+            if (row && row->Value("may") == "0") refused << right;
+        }
+        if (!refused.isEmpty())
+            wrong << QString("The clients' login has no right to %1 on the table %2.")
+                         .arg(refused.join(", "), table.name);
+    }
 }
 
 // A server's database that was made by other means lacks what a search calls.
@@ -150,9 +179,9 @@ TreeReport CheckTree(const Tree& tree) {
         CheckEnvironmentRows(*open.config, wrong);
     }
     if (open.main) {
-        // A server looks after its own pages.
-        if (open.dbKind != "S") CheckPages(*open.main, "main", wrong);
+        if (HasPages(open)) CheckPages(*open.main, "main", wrong);
         CheckTables(*open.main, session::MainTables(), wrong);
+        CheckRights(*open.main, wrong);
         CheckSearch(*open.main, wrong);
         CheckCompany(tree, *open.main, wrong);
         CheckSites(open, wrong);

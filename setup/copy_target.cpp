@@ -9,13 +9,14 @@ namespace {
 
 const QString kDefinition = "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'";
 
-store::PostgresLogin ServerLogin(store::Connection& config, const std::optional<ServerAdmin>& admin) {
+store::PostgresLogin ServerLogin(const Tree& tree, store::Connection& config, const std::optional<ServerAdmin>& admin) {
     const auto value = [&config](const QString& column) { return ReadValue(config, kDefinition, column).trimmed(); };
     store::PostgresLogin login;
     store::TakeServer(value("サーバー名"), login);
     login.database = value("データベース名");
     login.user = admin ? admin->user : value("ユーザーID");
     login.password = admin ? admin->password : value("パスワード");
+    login.authority = store::ServerAuthority(tree.root);
     return login;
 }
 
@@ -30,8 +31,10 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
                                              QString& problem) {
     auto target = std::make_unique<CopyTarget>();
     target->open_ = OpenStores(tree, admin);
-    problem = target->open_.problem;
-    if (!problem.isEmpty()) return nullptr;
+    if (!target->open_.problem.isEmpty()) {
+        problem = tree.root + ": " + target->open_.problem;
+        return nullptr;
+    }
     const QString file = MainStoreFile(tree, target->Config());
     const QString provider = ReadValue(target->Config(), kDefinition, "プロバイダ名").trimmed();
     store::Fault fault;
@@ -39,7 +42,7 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
         target->writer_ = store::BulkWriter::Open(file, fault, store::BulkWriter::CutShort::Committed);
         target->indexes_ = session::CreateIndexStatements;
     } else if (provider.compare("PostgreSQL", Qt::CaseInsensitive) == 0) {
-        target->writer_ = store::BulkWriter::Open(ServerLogin(target->Config(), admin), fault);
+        target->writer_ = store::BulkWriter::Open(ServerLogin(tree, target->Config(), admin), fault);
         target->indexes_ = session::ServerIndexStatements;
     } else {
         return target;

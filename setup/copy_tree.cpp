@@ -95,7 +95,7 @@ class CopyWork {
     explicit CopyWork(const CopyOrder& order) : order_(order), source_(OpenStores(order.from)) {}
 
     QString Run() {
-        problem_ = source_.problem;
+        if (!source_.problem.isEmpty()) problem_ = order_.from.root + ": " + source_.problem;
         if (Good()) target_ = CopyTarget::Open(order_.to, order_.admin, problem_);
         if (!Good()) return problem_;
         Begin();

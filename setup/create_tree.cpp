@@ -31,7 +31,11 @@ void FillMain(StoreFill& fill, const CreateOrder& order) {
 }
 
 QString MakeMainStore(const CreateOrder& order) {
-    if (order.server) return MakeServerStore(*order.server, [&](StoreFill& fill) { FillMain(fill, order); });
+    if (order.server) {
+        ServerOrder server = *order.server;
+        server.authority = store::ServerAuthority(order.tree.root);
+        return MakeServerStore(server, [&](StoreFill& fill) { FillMain(fill, order); });
+    }
     StoreFill fill(order.tree.MainStore() + kUnfinished, session::MainTables());
     FillMain(fill, order);
     return fill.Finish();

@@ -98,6 +98,7 @@ store::PostgresLogin AdminLogin(const ServerOrder& order, const QString& databas
     login.database = database;
     login.user = order.adminUser;
     login.password = order.adminPassword;
+    login.authority = order.authority;
     return login;
 }
 

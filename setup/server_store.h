@@ -15,6 +15,7 @@ struct ServerOrder {
     QString adminUser, adminPassword;  ///< who makes it
     QString user, password;            ///< the client's own login, made or given this password
     bool force = false;                ///< replace a database of that name
+    QString authority = {};            ///< who must have certified the server; see PostgresLogin
 };
 
 /// The login of the order's administrator to a database of its server.

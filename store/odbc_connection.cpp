@@ -1,12 +1,15 @@
 #include "store/odbc_connection.h"
 
+#include <QElapsedTimer>
 #include <QLibrary>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QVariant>
+#include <algorithm>
 #include <array>
 
 #include "store/odbc_engine.h"
+#include "store/patience.h"
 #include "store/qt_query.h"
 
 namespace store {
@@ -14,7 +17,6 @@ namespace {
 
 constexpr auto kNameOfEngine = static_cast<unsigned short>(17);  // SQL_DBMS_NAME
 constexpr int kConnectionDead = 1209;                            // SQL_ATTR_CONNECTION_DEAD
-constexpr int kLongestOpen = 20;                                 // seconds
 
 // The questions that Qt doesn't put to a driver, put to the driver manager that Qt's plugin has loaded already.
 class DriverManager {
@@ -68,8 +70,8 @@ class OdbcSession {
     OdbcSession(const OdbcSession&) = delete;
     OdbcSession& operator=(const OdbcSession&) = delete;
 
-    bool Open(const QString& text, Fault& fault) {
-        database_.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=%1").arg(kLongestOpen));
+    bool Open(const QString& text, int seconds, Fault& fault) {
+        database_.setConnectOptions(QStringLiteral("SQL_ATTR_LOGIN_TIMEOUT=%1").arg(seconds));
         database_.setDatabaseName(text);
         if (database_.open()) return true;
         fault = FaultOf(database_.lastError());
@@ -78,7 +80,11 @@ class OdbcSession {
 
     QSqlQuery NewQuery() const { return QSqlQuery(database_); }
     QString EngineName() const { return DriverManager::EngineName(database_); }
-    bool IsDead() const { return !database_.isOpen() || DriverManager::IsDead(database_); }
+    // To be asked after a fault. A driver may go on for ever without noticing that the server went away.
+    bool IsDead() const {
+        Fault unused;
+        return !database_.isOpen() || DriverManager::IsDead(database_) || !Run(QStringLiteral("SELECT 1"), unused);
+    }
 
     bool Run(const QString& sql, Fault& fault) const {
         QSqlQuery query = NewQuery();
@@ -104,13 +110,13 @@ class OdbcSession {
 // What opens the connection, now and again after it broke.
 class OdbcDoor {
   public:
-    OdbcDoor(const ConnectionString& parts, const QString& installRoot, int patience)
+    OdbcDoor(const ConnectionString& parts, const QString& installRoot)
         : name_(parts.Value(QStringLiteral("Provider")).section(u':', 1).trimmed()),
-          attributes_(OdbcAttributes(parts, installRoot)),
-          patience_(patience) {}
+          sourceAttributes_(OdbcAttributes(parts, installRoot, false)),
+          driverAttributes_(OdbcAttributes(parts, installRoot, true)) {}
 
-    std::unique_ptr<OdbcSession> Open(const OdbcEngine*& engine, Fault& fault) const {
-        auto session = Connect(fault);
+    std::unique_ptr<OdbcSession> Open(const OdbcEngine*& engine, int patience, int seconds, Fault& fault) const {
+        auto session = Connect(seconds, fault);
         if (!session) return nullptr;
         const QString name = session->EngineName();
         engine = FindOdbcEngine(name);
@@ -118,47 +124,64 @@ class OdbcDoor {
             fault = {0, QStringLiteral("ODBC の先のデータベースには対応していません: 「%1」").arg(name)};
         } else if (!session->CarriesJapanese()) {
             fault = {0, QStringLiteral("ODBC ドライバが日本語を正しく伝えません: %1").arg(name_)};
-        } else if (engine->patience.isEmpty() || session->Run(QString(engine->patience).arg(patience_), fault)) {
+        } else if (!engine->settings || session->Run(engine->settings(patience), fault)) {
             return session;
         }
         return nullptr;
     }
 
   private:
-    std::unique_ptr<OdbcSession> Connect(Fault& fault) const {
+    std::unique_ptr<OdbcSession> Connect(int seconds, Fault& fault) const {
         const QString driver = name_.startsWith(u'{') ? name_ : u'{' + name_ + u'}';
         Fault asSource;
         auto session = std::make_unique<OdbcSession>();
-        if (!name_.startsWith(u'{') && session->Open("DSN=" + name_ + u';' + attributes_, asSource)) return session;
+        if (!name_.startsWith(u'{') && session->Open(AsSource(), seconds, asSource)) return session;
         Fault asDriver;
-        if (session->Open("DRIVER=" + driver + u';' + attributes_, asDriver)) return session;
+        if (session->Open("DRIVER=" + driver + u';' + driverAttributes_, seconds, asDriver)) return session;
         fault = {asSource.number ? asSource.number : asDriver.number,
                  QStringLiteral("ODBC の「%1」に接続できません: %2 %3")
                      .arg(name_, asSource.description, asDriver.description)};
         return nullptr;
     }
 
+    // Qt writes "DSN=" before a text in which it finds neither a driver nor a server.
+    QString AsSource() const {
+        const QString text = name_ + u';' + sourceAttributes_;
+        const bool asItIs = text.contains(QLatin1String("DRIVER="), Qt::CaseInsensitive) ||
+                            text.contains(QLatin1String("SERVER="), Qt::CaseInsensitive);
+        return asItIs ? "DSN=" + text : text;
+    }
+
     QString name_;
-    QString attributes_;
-    int patience_;  // milliseconds
+    QString sourceAttributes_, driverAttributes_;
 };
 
 class OdbcConnection : public Connection {
   public:
-    OdbcConnection(OdbcDoor door, const OdbcEngine* engine, std::unique_ptr<OdbcSession> session)
-        : door_(std::move(door)), engine_(engine), session_(std::move(session)) {}
+    OdbcConnection(OdbcDoor door, int patience) : door_(std::move(door)), patience_(patience) {}
+
+    /// Opens the connection when there is none. Who waited in vain once doesn't wait as long again.
+    bool Open(Fault& fault) {
+        if (session_) return true;
+        session_ = door_.Open(engine_, patience_, reachable_ ? kConnectSeconds : kImpatientConnectSeconds, fault);
+        reachable_ = session_ != nullptr;
+        patient_ = true;
+        return reachable_;
+    }
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
         const auto rewritten = Prepare(sql, fault);
         if (!rewritten) return nullptr;
+        const bool all = mostRows == kAllRows || !engine_->limited;
         std::unique_ptr<Recordset> rows;
         {
             QSqlQuery query = session_->NewQuery();
             query.setForwardOnly(true);
-            if (StartQuery(query, *rewritten, fault)) rows = ReadRows(query, mostRows, fault);
+            if (StartQuery(query, all ? *rewritten : engine_->limited(*rewritten, mostRows), fault))
+                rows = ReadRows(query, mostRows, fault);
             query.finish();
         }
-        if (!rows) LeaveIfDead();
+        Learn(rows != nullptr);
         return rows;
     }
 
@@ -166,7 +189,7 @@ class OdbcConnection : public Connection {
         const auto rewritten = Prepare(sql, fault);
         if (!rewritten) return false;
         const bool done = session_->Run(*rewritten, fault);
-        if (!done) LeaveIfDead();
+        Learn(done);
         return done;
     }
 
@@ -181,17 +204,31 @@ class OdbcConnection : public Connection {
             fault = {0, QStringLiteral("データベースの接続は閉じています。")};
             return std::nullopt;
         }
-        if (!session_) session_ = door_.Open(engine_, fault);
-        return session_ ? engine_->dialect(sql, fault) : std::nullopt;
+        if (!Open(fault)) return std::nullopt;
+        started_.start();
+        return engine_->dialect(sql, fault);
     }
 
-    void LeaveIfDead() {
-        if (session_->IsDead()) session_.reset();
+    // The drivers don't say in one way that a lock was waited for in vain, so the clock has to.
+    void Learn(bool done) {
+        if (!done && session_->IsDead()) {
+            session_.reset();
+            return;
+        }
+        const bool wanted = done || (patient_ && !started_.hasExpired(patience_));
+        if (wanted == patient_ || !engine_->settings) return;
+        patient_ = wanted;
+        Fault unused;
+        session_->Run(engine_->settings(patient_ ? patience_ : std::min(patience_, kImpatience)), unused);
     }
 
     OdbcDoor door_;
-    const OdbcEngine* engine_;
+    const OdbcEngine* engine_ = nullptr;
     std::unique_ptr<OdbcSession> session_;
+    QElapsedTimer started_;
+    int patience_;  // milliseconds
+    bool patient_ = true;
+    bool reachable_ = true;
     bool closed_ = false;
 };
 
@@ -199,10 +236,8 @@ class OdbcConnection : public Connection {
 
 std::unique_ptr<Connection> OpenOdbcConnection(const ConnectionString& parts, const QString& installRoot, Fault& fault,
                                                int patience) {
-    OdbcDoor door(parts, installRoot, patience);
-    const OdbcEngine* engine = nullptr;
-    auto session = door.Open(engine, fault);
-    return session ? std::make_unique<OdbcConnection>(std::move(door), engine, std::move(session)) : nullptr;
+    auto connection = std::make_unique<OdbcConnection>(OdbcDoor(parts, installRoot), patience);
+    return connection->Open(fault) ? std::move(connection) : nullptr;
 }
 
 }  // namespace store

@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <array>
 
+#include "store/postgres_connection.h"
 #include "store/postgres_dialect.h"
+#include "store/postgres_link.h"
 #include "store/sql_tokens.h"
 #include "store/sqlite_dialect.h"
 
@@ -15,12 +17,16 @@ std::optional<QString> AsItIs(const QString& sql, Fault&) {
     return sql;
 }
 
+QString BusyTimeout(int patience) {
+    return QStringLiteral("PRAGMA busy_timeout = %1").arg(patience);
+}
+
 // The first name that fits counts. An engine that speaks the program's SQL itself gets it unchanged.
 constexpr std::array kEngines = {
-    OdbcEngine{QLatin1String("SQLite"), ToSqliteOverOdbc, QLatin1String("PRAGMA busy_timeout = %1")},
-    OdbcEngine{QLatin1String("PostgreSQL"), ToPostgres, QLatin1String("SET lock_timeout = %1")},
-    OdbcEngine{QLatin1String("ACCESS"), AsItIs, QLatin1String()},
-    OdbcEngine{QLatin1String("Microsoft Jet"), AsItIs, QLatin1String()},
+    OdbcEngine{QLatin1String("SQLite"), ToSqliteOverOdbc, BusyTimeout, LimitedTo},
+    OdbcEngine{QLatin1String("PostgreSQL"), ToPostgres, PostgresClientSettings, LimitedTo},
+    OdbcEngine{QLatin1String("ACCESS"), AsItIs, nullptr, nullptr},
+    OdbcEngine{QLatin1String("Microsoft Jet"), AsItIs, nullptr, nullptr},
 };
 
 bool IsBeyond(const QString& text) {
@@ -60,6 +66,21 @@ QString AbsoluteIfFile(const QString& source, const QString& installRoot) {
     return QFileInfo(path).isFile() ? path : source;
 }
 
+// A driver takes of these what it knows, and passes over the others.
+QString ServerAttributes(const QString& server, const QString& installRoot, bool bareDriver) {
+    PostgresLogin login;
+    TakeServer(server, login);
+    QString text = Attribute("Server", login.host);
+    if (login.port > 0) text += QStringLiteral("Port=%1;").arg(login.port);
+    const QString authority = ServerAuthority(installRoot);
+    const QString keepAlive = QString(kKeepAlive).replace(u';', u' ');
+    if (!authority.isEmpty())
+        text += QStringLiteral("SSLmode=verify-full;pqopt={%1 %2};").arg(keepAlive, AuthorityOption(authority));
+    else if (bareDriver)
+        text += QStringLiteral("SSLmode=prefer;pqopt={%1};").arg(keepAlive);
+    return text;
+}
+
 }  // namespace
 
 const OdbcEngine* FindOdbcEngine(const QString& name) {
@@ -91,12 +112,13 @@ std::optional<QString> ToSqliteOverOdbc(const QString& sql, Fault& fault) {
     return std::nullopt;
 }
 
-QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot) {
+QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot, bool bareDriver) {
     const QString source = parts.Value(QStringLiteral("Data Source"));
     const QString database = parts.Value(QStringLiteral("Initial Catalog"));
     // A driver for files would make one that is missing.
-    QString text = database.isEmpty() ? Attribute("Database", AbsoluteIfFile(source, installRoot)) + "NoCreat=1;"
-                                      : Attribute("Server", source) + Attribute("Database", database);
+    QString text = database.isEmpty()
+                       ? Attribute("Database", AbsoluteIfFile(source, installRoot)) + "NoCreat=1;"
+                       : ServerAttributes(source, installRoot, bareDriver) + Attribute("Database", database);
     return text + Attribute("UID", parts.Value(QStringLiteral("User ID"))) +
            Attribute("PWD", parts.Value(QStringLiteral("Password")));
 }

@@ -14,8 +14,10 @@ struct OdbcEngine {
     QLatin1String name;
     /// Writes a statement of the program's one kind of SQL as this engine's; nothing, and `fault`, when it can't.
     std::optional<QString> (*dialect)(const QString& sql, Fault& fault);
-    /// The statement that sets how long a lock is waited for, "%1" being milliseconds; empty for none.
-    QLatin1String patience;
+    /// What a connection begins with so that it waits that many milliseconds for another's lock; null for nothing.
+    QString (*settings)(int patience);
+    /// Keeps a SELECT of its own SQL from giving more than that many rows; null when that can't be told.
+    QString (*limited)(const QString& sql, int mostRows);
 };
 
 /// The engine that a driver calls by this name; null for one whose SQL the program can't write.
@@ -26,9 +28,11 @@ const OdbcEngine* FindOdbcEngine(const QString& name);
 /// statement such a character is a fault.
 std::optional<QString> ToSqliteOverOdbc(const QString& sql, Fault& fault);
 
-/// What is behind "ODBC:" in the provider of a connection string, completed by its other parts, as an ODBC connection
-/// string without "DSN=" or "Driver=": the database (a path that is a file below `installRoot` becomes absolute), the
-/// server, user and password, each only when it is given.
-QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot);
+/// The other parts of a connection string whose provider is "ODBC:…", as an ODBC connection string without "DSN=" or
+/// "Driver=": the database (a path that is a file below `installRoot` becomes absolute), the server and its port, user
+/// and password, each only when it is given; and a certified server where `installRoot` asks for it (ServerAuthority).
+/// A `bareDriver` is also told what else a data source says: to use TLS where the server offers it, and to notice a
+/// peer that is cut off.
+QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot, bool bareDriver);
 
 }  // namespace store

@@ -7,6 +7,7 @@
 #include "store/connection_string.h"
 #include "store/odbc_connection.h"
 #include "store/postgres_connection.h"
+#include "store/postgres_link.h"
 #include "store/sqlite_connection.h"
 
 namespace store {
@@ -45,8 +46,10 @@ QString FileMark(const ConnectionString& parts, const QString& installRoot) {
     return mark;
 }
 
-std::unique_ptr<Connection> OpenServer(const ConnectionString& parts, const QString&, Fault& fault, int patience) {
-    const PostgresLogin login = LoginOf(parts);
+std::unique_ptr<Connection> OpenServer(const ConnectionString& parts, const QString& installRoot, Fault& fault,
+                                       int patience) {
+    PostgresLogin login = LoginOf(parts);
+    login.authority = ServerAuthority(installRoot);
     if (login.database.isEmpty()) {
         fault = {0, QStringLiteral("接続文字列にデータベース名がありません。")};
         return nullptr;

@@ -4,23 +4,19 @@
 #include <QVariant>
 #include <algorithm>
 
+#include "store/patience.h"
 #include "store/postgres_dialect.h"
 
 namespace store {
 namespace {
 
-constexpr int kImpatience = 1000;          // milliseconds
 constexpr int kLongestStatement = 60'000;  // milliseconds
-constexpr int kConnectSeconds = 10;
-constexpr int kImpatientConnectSeconds = 2;  // the least that the driver takes
 
 const QString kLockNotAvailable = QStringLiteral("55P03");
 
-// A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
-// which it would rather do than look them up in the index.
 std::unique_ptr<PostgresLink> Connect(const PostgresLogin& login, int patience, int seconds, Fault& fault) {
-    auto link = PostgresLink::Open(login, {patience, kLongestStatement}, fault, seconds);
-    return link && link->Run(QStringLiteral("SET enable_seqscan = off"), fault) ? std::move(link) : nullptr;
+    auto link = PostgresLink::Open(login, {}, fault, seconds);
+    return link && link->Run(PostgresClientSettings(patience), fault) ? std::move(link) : nullptr;
 }
 
 class PostgresConnection : public Connection {
@@ -107,6 +103,12 @@ class PostgresConnection : public Connection {
 };
 
 }  // namespace
+
+// A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
+// which it would rather do than look them up in the index.
+QString PostgresClientSettings(int patience) {
+    return PostgresLink::Settings({patience, kLongestStatement}) + QLatin1String("; SET enable_seqscan = off");
+}
 
 std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience) {
     auto link = Connect(login, patience, kConnectSeconds, fault);

@@ -9,4 +9,8 @@ namespace store {
 /// fills `fault`.
 std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience);
 
+/// Statements that a client's connection begins with: it waits `patience` milliseconds for another's lock, a minute for
+/// a statement altogether, and finds texts by their index.
+QString PostgresClientSettings(int patience);
+
 }  // namespace store

@@ -1,5 +1,6 @@
 #include "store/postgres_link.h"
 
+#include <QFileInfo>
 #include <QSqlError>
 
 #include "store/qt_query.h"
@@ -7,12 +8,13 @@
 namespace store {
 namespace {
 
-// A peer that is cut off without a word is noticed within these seconds.
-QString Options(int seconds) {
-    return QStringLiteral(
-               "connect_timeout=%1;sslmode=prefer;application_name=katsudo-techo;keepalives=1;keepalives_idle=10;"
-               "keepalives_interval=5;keepalives_count=3;tcp_user_timeout=20000")
-        .arg(seconds);
+// No sslmode means "prefer", or what PGSSLMODE asks for on this machine.
+QString Options(const PostgresLogin& login, int seconds) {
+    const QString options =
+        QStringLiteral("connect_timeout=%1;application_name=katsudo-techo;%2").arg(seconds).arg(kKeepAlive);
+    return login.authority.isEmpty()
+               ? options
+               : options + QLatin1String(";sslmode=verify-full;") + AuthorityOption(login.authority);
 }
 
 // The server's first line tells what is wrong; the others repeat the statement. The line behind "DETAIL" names the key
@@ -30,6 +32,16 @@ Fault ServerFault(const QSqlError& error) {
 }
 
 }  // namespace
+
+QString ServerAuthority(const QString& installRoot) {
+    const QString file = installRoot + QStringLiteral("/conf/server-ca.crt");
+    return QFileInfo::exists(file) ? file : QString();
+}
+
+QString AuthorityOption(QString file) {
+    file.replace(u'\\', QLatin1String("\\\\")).replace(u'\'', QLatin1String("\\'"));
+    return QStringLiteral("sslrootcert='%1'").arg(file);
+}
 
 void TakeServer(const QString& server, PostgresLogin& login) {
     const auto colon = server.lastIndexOf(u':');
@@ -75,19 +87,21 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
     database.setDatabaseName(login.database);
     database.setUserName(login.user);
     database.setPassword(login.password);
-    database.setConnectOptions(Options(seconds));
+    database.setConnectOptions(Options(login, seconds));
     if (!database.open()) {
         const QString words = database.lastError().databaseText().simplified();
         fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words)};
         return nullptr;
     }
-    const QString settings =
-        QStringLiteral(
-            "SET standard_conforming_strings = on; SET client_min_messages = error; SET jit = off; "
-            "SET lock_timeout = %1; SET statement_timeout = %2")
-            .arg(waits.lock)
-            .arg(waits.statement);
-    return link->Run(settings, fault) ? std::move(link) : nullptr;
+    return link->Run(Settings(waits), fault) ? std::move(link) : nullptr;
+}
+
+QString PostgresLink::Settings(Waits waits) {
+    return QStringLiteral(
+               "SET standard_conforming_strings = on; SET client_min_messages = error; SET jit = off; "
+               "SET lock_timeout = %1; SET statement_timeout = %2")
+        .arg(waits.lock)
+        .arg(waits.statement);
 }
 
 bool PostgresLink::Start(QSqlQuery& query, const QString& sql, Fault& fault) {

@@ -15,7 +15,21 @@ struct PostgresLogin {
     QString host;  ///< a host's name or address, or the folder of a socket; empty for the machine's own
     int port = 0;  ///< 0 for the usual one
     QString database, user, password;
+    /// The certificate file of the authority that must have certified the server, for the host's name; empty for any
+    /// server, and for one without TLS.
+    QString authority = {};
 };
+
+/// The file by which an installation asks for a certified server: "conf/server-ca.crt" below its root. Empty when there
+/// is none.
+QString ServerAuthority(const QString& installRoot);
+
+/// By these options a connection notices within seconds that its peer is cut off.
+inline constexpr QLatin1String kKeepAlive(
+    "keepalives=1;keepalives_idle=10;keepalives_interval=5;keepalives_count=3;tcp_user_timeout=20000");
+
+/// The option of a connection to such a server that names the authority's file.
+QString AuthorityOption(QString file);
 
 /// The login that a connection string names: "Data Source" is the host or the socket's folder, with ":port" behind it
 /// where the port isn't the usual one; "Initial Catalog" the database.
@@ -34,9 +48,12 @@ class PostgresLink {
         int statement = 0;  ///< for a statement as a whole
     };
 
-    /// Connects, over TLS where the server offers it; `seconds` at most for each address of the host. Returns null on a
-    /// fault and fills `fault`.
+    /// Connects, over TLS where the server offers it, or as the login's authority and libpq's own environment demand;
+    /// `seconds` at most for each address of the host. Returns null on a fault and fills `fault`.
     static std::unique_ptr<PostgresLink> Open(const PostgresLogin& login, Waits waits, Fault& fault, int seconds = 10);
+
+    /// Statements by which the server waits so long and no longer, and takes texts as the program writes them.
+    static QString Settings(Waits waits);
 
     /// Told each statement that a link of this process is given, as it is given; nobody unless a measurement asks.
     static inline std::function<void(const QString& sql)> watcher;

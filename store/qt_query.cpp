@@ -34,7 +34,8 @@ QString NewConnectionName() {
 Fault FaultOf(const QSqlError& error) {
     Fault fault;
     fault.number = error.nativeErrorCode().toInt();
-    fault.description = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+    // On one line, as the run history shows it.
+    fault.description = (error.databaseText().isEmpty() ? error.driverText() : error.databaseText()).simplified();
     if (fault.description.isEmpty()) {
         fault.description = QStringLiteral("SQL 文を実行できません。");
     }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "store/patience.h"
 #include "store/qt_query.h"
 #include "store/sqlite_dialect.h"
 #include "store/sqlite_file.h"
@@ -12,7 +13,6 @@ namespace store {
 namespace {
 
 constexpr int kBusy = 5;
-constexpr int kImpatience = 1000;  // milliseconds
 // The engine's smallest page. It takes anything shorter for a new store.
 constexpr qint64 kSmallestStore = 512;
 

@@ -113,6 +113,7 @@ QString LetIn(const QString& root, bool in) {
 QString Execute(const QString& root, const QString& store, const QString& sql) {
     const QString database = store == "data" ? ServerDatabase(root) : QString();
     if (sql.contains("{client}")) return Execute(root, store, QString(sql).replace("{client}", ClientLogin()));
+    if (!database.isEmpty() && sql.startsWith("ALTER ROLE")) return OnServer(sql);
     if (!database.isEmpty() && sql.startsWith("CREATE TRIGGER")) return MakeServerTrigger(database, sql);
     if (!database.isEmpty() && sql.startsWith("DROP TRIGGER"))
         return Execute(root, store, "DROP FUNCTION [" + sql.section(u' ', 2) + "] CASCADE");

@@ -24,7 +24,8 @@ void DropServerStore(const QString& root);
 QString LetIn(const QString& root, bool in);
 
 /// Runs a statement on a store of a tree; `store` is "data" or a folder with an environment store, such as "conf".
-/// CREATE TRIGGER is written as SQLite takes it; {client} stands for the clients' login to the server. Empty when it worked.
+/// CREATE TRIGGER is written as SQLite takes it, ALTER ROLE is the server's own; {client} stands for the clients' login
+/// to the server. Empty when it worked.
 QString Execute(const QString& root, const QString& store, const QString& sql);
 
 /// The rows of a SELECT as a list of lists of text, a Null as JSON null.

@@ -14,8 +14,7 @@ namespace scenario {
 /// Plays one scenario file on a tree of its own. A file is a list of lines, one JSON object each ("#" begins a remark):
 ///
 ///   {"only":"sqlite"|"server","because":…}     as the first line: has a meaning only where the main store is a file,
-///   or
-///                                              on a server
+///                                              or on a server
 ///   {"server":"away"|"back"}                   the server drops this tree's clients and turns them away, or takes them
 ///   {"execute":SQL,"store":"data"|"conf"}      a row set up beforehand, or what another program does meanwhile
 ///   {"lock":"data"|"conf","milliseconds":N}    another program holds the store that long; the next line runs meanwhile
@@ -37,8 +36,9 @@ namespace scenario {
 /// stands for any value, "~TEXT" for a text that holds TEXT.
 class ScenarioPlayer {
   public:
-    ScenarioPlayer(QString root, bool window, bool server = false)
-        : root_(std::move(root)), window_(window), server_(server) {}
+    /// `engine` is "sqlite", "server", or "odbc" for the server through its ODBC driver.
+    ScenarioPlayer(QString root, bool window, QString engine)
+        : root_(std::move(root)), window_(window), engine_(std::move(engine)) {}
 
     /// Plays the lines; every expectation that isn't met fails the running test with the file's line.
     void Play(const QString& file);
@@ -47,7 +47,6 @@ class ScenarioPlayer {
     const std::vector<QJsonObject>& Answers() const { return answers_; }
 
   private:
-    QString Engine() const { return server_ ? "server" : "sqlite"; }
     void PlayLine(const QJsonObject& line);
     void Start(const QString& client, const QJsonObject& with);
     void Command(const QString& client, const QJsonObject& command);
@@ -63,7 +62,7 @@ class ScenarioPlayer {
 
     QString root_;
     bool window_;
-    bool server_;  ///< the main store is on the test server
+    QString engine_;  ///< of the main store
     std::map<QString, std::unique_ptr<drive::DriverProcess>> drivers_;
     std::vector<std::jthread> lockers_;
     std::vector<QJsonObject> answers_;

@@ -17,20 +17,29 @@ QString TestServer() {
     return qEnvironmentVariable("KATSUDO_TEST_SERVER");
 }
 
+/// Where the main store of a tree is, and by what driver it is reached.
+enum class Place { File, Server, FileByOdbc, ServerByOdbc };
+
+bool OnServer(Place place) {
+    return place == Place::Server || place == Place::ServerByOdbc;
+}
+
 /// A tree whose main store lies in it or in a database of its own on the test server.
 class EngineTree : public TemporaryTree {
   public:
-    QString Create(std::optional<DemoSizes> demo, bool onServer) {
+    QString Create(std::optional<DemoSizes> demo, Place place) {
         CreateOrder order;
         order.tree = tree;
         order.demo = std::move(demo);
-        if (onServer) {
+        if (OnServer(place)) {
             static int count = 0;
             const QString name = QString("copy_%1_%2").arg(getpid()).arg(++count);
             order.server = ServerOrder{TestServer(), name, kAdmin.user, "", name + "_client", "secret", true};
         }
         server_ = order.server;
-        return CreateTree(order);
+        const QString problem = CreateTree(order);
+        if (place == Place::FileByOdbc) return problem + TakeProvider("ODBC:SQLite3");
+        return place == Place::ServerByOdbc ? problem + TakeProvider("ODBC:PostgreSQL Unicode") : problem;
     }
     ~EngineTree() {
         if (!server_) return;
@@ -43,6 +52,12 @@ class EngineTree : public TemporaryTree {
     std::optional<ServerAdmin> Admin() const { return server_ ? std::optional(kAdmin) : std::nullopt; }
 
   private:
+    QString TakeProvider(const QString& provider) const {
+        store::Fault fault;
+        OpenStores(tree).config->Execute("UPDATE データベース定義 SET プロバイダ名 = '" + provider + "'", fault);
+        return fault.description;
+    }
+
     std::optional<ServerOrder> server_;
 };
 
@@ -71,16 +86,16 @@ QString Copy(const EngineTree& from, const EngineTree& to) {
 
 struct Engines {
     const char* name;
-    bool fromServer, toServer;
+    Place from, to;
 };
 
 class Copying : public testing::TestWithParam<Engines> {
   protected:
     void SetUp() override {
-        const auto& [name, fromServer, toServer] = GetParam();
-        if ((fromServer || toServer) && TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
-        ASSERT_EQ(from_.Create(Size(), fromServer), "");
-        ASSERT_EQ(to_.Create({}, toServer), "");
+        const auto& [name, from, to] = GetParam();
+        if ((OnServer(from) || OnServer(to)) && TestServer().isEmpty()) GTEST_SKIP() << "no test server was started";
+        ASSERT_EQ(from_.Create(Size(), from), "");
+        ASSERT_EQ(to_.Create({}, to), "");
         // More than a hundred thousand rows that tell nothing new.
         RunSql(from_, "DELETE FROM M郵便番号 WHERE 郵便番号 > '0100000'");
         QFile paper(from_.tree.Folder("documents/見積.txt"));
@@ -89,7 +104,7 @@ class Copying : public testing::TestWithParam<Engines> {
     virtual DemoSizes Size() const { return SmallDemo(); }
 
     QStringList Indexes() const {
-        return GetParam().toServer
+        return OnServer(GetParam().to)
                    ? Rows(to_.tree, "SELECT indexname FROM pg_indexes ORDER BY indexname")
                    : Rows(to_.tree, "SELECT name FROM sqlite_master WHERE type = 'index' ORDER BY name");
     }
@@ -137,8 +152,11 @@ TEST_P(Copying, GoesOnWhereItWasAndFindsWhatDiffers) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, Copying,
-                         testing::Values(Engines{"files", false, false}, Engines{"toServer", false, true},
-                                         Engines{"fromServer", true, false}),
+                         testing::Values(Engines{"files", Place::File, Place::File},
+                                         Engines{"toServer", Place::File, Place::Server},
+                                         Engines{"fromServer", Place::Server, Place::File},
+                                         Engines{"fromOdbc", Place::ServerByOdbc, Place::FileByOdbc},
+                                         Engines{"toOdbc", Place::FileByOdbc, Place::ServerByOdbc}),
                          NameOf);
 
 class CopyingMuch : public Copying {
@@ -171,7 +189,7 @@ TEST_P(CopyingMuch, KilledAnywhereIsRunAgain) {
         ASSERT_TRUE(QFile::exists(UnfinishedCopy(to_.tree)));
     }
     EngineTree other;
-    ASSERT_EQ(other.Create({}, false), "");
+    ASSERT_EQ(other.Create({}, Place::File), "");
     EXPECT_TRUE(Copy(other, to_).contains("unfinished copy of " + from_.tree.root));
     QProcess copy;
     Start(copy);
@@ -184,12 +202,14 @@ TEST_P(CopyingMuch, KilledAnywhereIsRunAgain) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, CopyingMuch,
-                         testing::Values(Engines{"files", false, false}, Engines{"toServer", false, true}), NameOf);
+                         testing::Values(Engines{"files", Place::File, Place::File},
+                                         Engines{"toServer", Place::File, Place::Server}),
+                         NameOf);
 
 TEST(CopyingColumns, ThatTheTargetLacksAreRefusedBeforeAnythingIsDone) {
     EngineTree from, to;
-    ASSERT_EQ(from.Create(SmallDemo(), false), "");
-    ASSERT_EQ(to.Create({}, false), "");
+    ASSERT_EQ(from.Create(SmallDemo(), Place::File), "");
+    ASSERT_EQ(to.Create({}, Place::File), "");
     RunSql(from, "ALTER TABLE Mセクション ADD COLUMN 備考 TEXT");
     RunSql(from, "UPDATE Mセクション SET 備考 = コード || '課'");
     EXPECT_TRUE(Copy(from, to).contains("Mセクション has no column 備考"));

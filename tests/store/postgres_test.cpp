@@ -159,7 +159,7 @@ TEST_P(OnServer, TheEngineStopsBehindTheRowsThatAreAskedFor) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, OnServer, testing::Values(kPostgres),
+INSTANTIATE_TEST_SUITE_P(Engines, OnServer, testing::Values(kPostgres, kPostgresOverOdbc),
                          [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

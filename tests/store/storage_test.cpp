@@ -90,6 +90,43 @@ TEST_P(Storage, KeepsEveryCharacterOfAText) {
     EXPECT_EQ(rows->Value("名称"), text);
 }
 
+// A driver has buffers, and ideas of its own about what is long, empty or a number.
+TEST_P(Storage, GivesValuesBackWholeAndAsTexts) {
+    const QString memo = QString("一行目は長い髙①∥纊\r\n").repeated(6000);
+    store_->Do("CREATE TABLE V (コード TEXT, 摘要 TEXT, 番号 INTEGER, 名 VARCHAR(255))");
+    store_->Do("INSERT INTO V VALUES ('1', '" + memo + "', 0, '" + QString(255, u'名') + "')");
+    store_->Do("INSERT INTO V VALUES ('', '', -2147483648, ' '), (NULL, NULL, NULL, NULL)");
+    struct Case {
+        QString sql, column;
+        std::optional<QString> value;
+    };
+    const std::vector<Case> cases = {{"SELECT * FROM V WHERE コード = '1'", "摘要", memo},
+                                     {"SELECT 摘要 || '終' AS 文 FROM V WHERE コード = '1'", "文", memo + "終"},
+                                     {"SELECT 名 FROM V WHERE コード = '1'", "名", QString(255, u'名')},
+                                     {"SELECT 番号 FROM V WHERE コード = '1'", "番号", "0"},
+                                     {"SELECT SUM(番号) AS 計 FROM V WHERE コード = '1'", "計", "0"},
+                                     {"SELECT 摘要 FROM V WHERE コード = ''", "摘要", ""},
+                                     {"SELECT 名 FROM V WHERE コード = ''", "名", " "},
+                                     {"SELECT 番号 FROM V WHERE コード = ''", "番号", "-2147483648"},
+                                     {"SELECT 摘要 FROM V WHERE コード IS NULL", "摘要", std::nullopt},
+                                     {"SELECT 番号 FROM V WHERE コード IS NULL", "番号", std::nullopt},
+                                     {"SELECT MAX(コード) AS 最大 FROM V WHERE コード = '無い'", "最大", std::nullopt},
+                                     {"SELECT '20260401' AS 日付, '' AS 空", "日付", "20260401"},
+                                     {"SELECT '20260401' AS 日付, '' AS 空", "空", ""}};
+    for (const auto& [sql, column, value] : cases) {
+        Fault fault;
+        const auto rows = (*store_)->Query(sql, fault);
+        ASSERT_TRUE(rows && !rows->Eof()) << sql.toStdString() << fault.description.toStdString();
+        EXPECT_TRUE(rows->Value(column) == value)
+            << sql.toStdString() << ": " << rows->Value(column).value_or("Null").left(80).toStdString();
+    }
+    Fault fault;
+    const auto none = (*store_)->Query("SELECT * FROM V WHERE コード = '無い'", fault);
+    ASSERT_TRUE(none) << fault.description.toStdString();
+    EXPECT_TRUE(none->Eof());
+    EXPECT_EQ(none->Columns().size(), 4);
+}
+
 TEST_P(Storage, FaultsAreToldAndChangeNothing) {
     const QStringList faulty = {
         "SELECT * FROM 無い表",
@@ -143,6 +180,19 @@ TEST_P(Storage, AReadResultHoldsNoLock) {
     EXPECT_TRUE(some->Eof());
     EXPECT_TRUE(other->Execute("UPDATE M担当者 SET 氏名 = '新'", fault)) << fault.description.toStdString();
     EXPECT_EQ(store_->Rows("SELECT DISTINCT 氏名 FROM M担当者"), "新") << "another's write is seen at once";
+}
+
+// What is asked for is what a list shows; a driver would read the whole result first.
+TEST_P(Storage, TheEngineStopsBehindTheRowsThatAreAskedFor) {
+    store_->Do("CREATE TABLE Z (a INTEGER, b INTEGER)");
+    store_->Do("INSERT INTO Z VALUES (1, 1), (2, 1), (3, 0)");
+    // The third row would hold a number that is too big.
+    const QString sql = "SELECT CASE WHEN b = 0 THEN abs(-9223372036854775807 - 1 / (1 - b)) ELSE a END AS c FROM Z";
+    Fault fault;
+    ASSERT_FALSE((*store_)->Query(sql, fault, 3)) << "this engine finds nothing wrong";
+    const auto some = (*store_)->Query(sql, fault, 2);
+    ASSERT_TRUE(some) << fault.description.toStdString();
+    EXPECT_EQ(some->Value("c"), "1");
 }
 
 TEST_P(Storage, AnothersLockIsWaitedFor) {
