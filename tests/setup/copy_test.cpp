@@ -112,12 +112,25 @@ class Copying : public testing::TestWithParam<Engines> {
     EngineTree from_, to_;
 };
 
+class CopyingByOdbc : public Copying {
+  protected:
+    void SetUp() override {
+#ifdef __SANITIZE_ADDRESS__
+        GTEST_SKIP() << "Qt's ODBC driver takes 128 kB for each value, which the sanitizer makes minutes of";
+#endif
+        Copying::SetUp();
+    }
+};
+
 std::string NameOf(const testing::TestParamInfo<Engines>& info) {
     return info.param.name;
 }
 
+const QString kAwkwardNames =
+    "UPDATE M得意先 SET 名称A = '髙橋''s 〜\n', 名称B = NULL, カナ = '' WHERE コード < '000050'";
+
 TEST_P(Copying, CarriesEveryRowAsItIsAndWhatBelongsToTheCompany) {
-    RunSql(from_, "UPDATE M得意先 SET 名称A = '髙橋''s 〜\n', 名称B = NULL, カナ = '' WHERE コード < '000050'");
+    RunSql(from_, kAwkwardNames);
     RunSql(from_, "UPDATE T営業活動明細 SET 活動時間 = NULL WHERE 開始時刻 < '12:00'");
     RunSql(from_, "UPDATE 動作環境定義 SET 運用事業所コード = '001'", true);
     const QStringList indexes = Indexes();
@@ -154,9 +167,19 @@ TEST_P(Copying, GoesOnWhereItWasAndFindsWhatDiffers) {
 INSTANTIATE_TEST_SUITE_P(Engines, Copying,
                          testing::Values(Engines{"files", Place::File, Place::File},
                                          Engines{"toServer", Place::File, Place::Server},
-                                         Engines{"fromServer", Place::Server, Place::File},
-                                         Engines{"fromOdbc", Place::ServerByOdbc, Place::FileByOdbc},
-                                         Engines{"toOdbc", Place::FileByOdbc, Place::ServerByOdbc}),
+                                         Engines{"fromServer", Place::Server, Place::File}),
+                         NameOf);
+
+TEST_P(CopyingByOdbc, CarriesEveryRowAsItIs) {
+    RunSql(from_, kAwkwardNames);
+    ASSERT_EQ(Copy(from_, to_), "");
+    EXPECT_EQ(Difference(from_.tree, to_.tree), "");
+    EXPECT_EQ(CheckTree(to_.tree).wrong, QStringList{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, CopyingByOdbc,
+                         testing::Values(Engines{"toFile", Place::ServerByOdbc, Place::FileByOdbc},
+                                         Engines{"toServer", Place::FileByOdbc, Place::ServerByOdbc}),
                          NameOf);
 
 class CopyingMuch : public Copying {

@@ -67,13 +67,13 @@ TEST_F(SetupAtServer, ACopyThatTheServerLeftIsRunAgain) {
     Start();
     if (IsSkipped()) return;
     DemoSizes sizes = SmallDemo();
-    sizes.activities = 30'000;
+    sizes.activities = 12'000;
     ASSERT_EQ(file_.Create(sizes), "");
     // More than a hundred thousand rows that tell nothing new.
     store::Fault fault;
     ASSERT_TRUE(OpenStores(file_.tree).main->Execute("DELETE FROM M郵便番号 WHERE 郵便番号 > '0100000'", fault));
     Run(CreateWords({"--empty"}), 0);
-    EXPECT_TRUE(Run(CopyWords(), 1, "\rT営業活動明細 25000").contains("can't be"));
+    EXPECT_TRUE(Run(CopyWords(), 1, "\rT営業活動明細 5000").contains("can't be"));
     EXPECT_TRUE(Run(CopyWords(), 1).contains(served_.tree.root + ": The main store can't be opened: "));
     server_->Up();
     EXPECT_TRUE(CheckTree(served_.tree).wrong.join('\n').contains("unfinished copy"));
