@@ -27,6 +27,7 @@ QHash<QString, QString> SampleDocument(store::Connection& store, const QString& 
     QHash<QString, QString> sample;
     for (const QString& column : rows ? rows->Columns() : QStringList())
         sample.insert(column, rows->Value(column).value_or(QString()));
+    sample.insert("担当者名", NameOfStaff(store));
     return sample;
 }
 
@@ -61,9 +62,8 @@ ListCase Searched(const lists::ListDescription& list, const QString& kind, int m
     return made;
 }
 
-void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, QHash<QString, QString> sample) {
+void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, const QHash<QString, QString>& sample) {
     const lists::ListDescription& list = *lists::FindList(NumberList(kind));
-    sample.insert("担当者名", "佐藤");
     cases.push_back(Searched(list, kind, 0, "検索", {}, {}));
     for (const lists::SearchItem& item : list.items) {
         const QString value = sample[TextColumn(item.name)];

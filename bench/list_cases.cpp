@@ -97,16 +97,23 @@ std::vector<ListCase> PartyCases(store::Connection& store) {
     return cases;
 }
 
+QString NameOfStaff(store::Connection& store) {
+    store::Fault fault;
+    const auto rows = store.Query("SELECT 氏名 FROM M担当者 WHERE コード > '00001' ORDER BY コード", fault, 1);
+    return rows ? rows->Value("氏名").value_or(QString()).left(2) : QString();
+}
+
 std::vector<ListCase> OtherCases(store::Connection& store) {
     std::vector<ListCase> cases;
+    const QString name = NameOfStaff(store);
     AddCases(cases, "wnd担当者一覧",
              {{0, "検索", "", ""},
               {1, "コード検索", "コード", "00010"},
               {2, "カナ検索", "カナ", "さ"},
-              {3, "名称検索", "名称", "佐藤"},
+              {3, "名称検索", "名称", name},
               {4, "部門検索", "部門コード", "001"},
               {5, "部署検索", "セクションコード", "002"},
-              {-1, "否検索 名称", "名称", "佐藤"}});
+              {-1, "否検索 名称", "名称", name}});
     AddCases(cases, "wnd部門一覧", {{0, "条件ｸﾘｱ", "", ""}});
     AddCases(cases, "wndセクション一覧", {{0, "条件ｸﾘｱ", "", ""}});
     AddCases(cases, "wnd郵便番号一覧",

@@ -24,6 +24,9 @@ struct ListCase {
 /// taken from a party of the store. Empty when the store has no parties.
 std::vector<ListCase> PartyCases(store::Connection& store);
 
+/// The first two characters of a staff member's name, as somebody would look for it.
+QString NameOfStaff(store::Connection& store);
+
 /// The searches of the lists that aren't of parties or documents: staff, departments, sections, postcodes, contacts.
 std::vector<ListCase> OtherCases(store::Connection& store);
 

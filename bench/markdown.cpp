@@ -8,7 +8,7 @@
 namespace bench {
 namespace {
 
-constexpr double kTooSmall = 0.05;  // shown as 0.0
+constexpr double kTooSmall = 0.005;  // shown as 0.00
 
 QString Line(const QStringList& cells) {
     QStringList escaped;
@@ -25,17 +25,6 @@ constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 bool IsMeasure(const QString& head) {
     return head == kEngine || head == kProgram || head.contains(u' ');
-}
-
-QString PlainTable(const Table& table) {
-    MarkdownTable text(table.whatHeads + table.numberHeads, int(table.whatHeads.size()));
-    for (const Row& row : table.rows) {
-        QStringList cells = row.what;
-        for (const QString& head : table.numberHeads)
-            cells << (IsMeasure(head) ? MeasureText(table.At(row, head)) : CountText(table.At(row, head)));
-        text.Add(cells);
-    }
-    return text.Text();
 }
 
 /// The heads of what is counted beside the costs.
@@ -77,8 +66,9 @@ QString MarkdownTable::Text() const {
 }
 
 QString MeasureText(double measure) {
-    // What would be rounded up to 100.0 is shown as what it then is.
-    return std::isnan(measure) ? kUnmeasured : Parted(measure, std::abs(measure) < 99.95 ? 1 : 0);
+    // What would be rounded up to 1.00 or 100.0 is shown as what it then is.
+    const double size = std::abs(measure);
+    return std::isnan(measure) ? kUnmeasured : Parted(measure, size < 0.995 ? 2 : size < 99.95 ? 1 : 0);
 }
 
 QString CountText(double count) {
@@ -89,6 +79,17 @@ QString TimesText(double cost, double other) {
     if (std::isnan(cost) || std::isnan(other) || other < kTooSmall) return kUnmeasured;
     const double times = cost / other;
     return Parted(times, times < 9.995 ? 2 : times < 99.95 ? 1 : 0);
+}
+
+QString PlainTable(const Table& table) {
+    MarkdownTable text(table.whatHeads + table.numberHeads, int(table.whatHeads.size()));
+    for (const Row& row : table.rows) {
+        QStringList cells = row.what;
+        for (const QString& head : table.numberHeads)
+            cells << (IsMeasure(head) ? MeasureText(table.At(row, head)) : CountText(table.At(row, head)));
+        text.Add(cells);
+    }
+    return text.Text();
 }
 
 QString AsMarkdown(const Results& results) {

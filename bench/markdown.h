@@ -20,13 +20,16 @@ class MarkdownTable {
 /// Shown where nothing was measured.
 inline const QString kUnmeasured = QStringLiteral("–");
 
-/// A time or a size: a tenth below 100, whole numbers from there on, with thousands parted.
+/// A time or a size: two places below 1, one below 100, whole numbers from there on, with thousands parted.
 QString MeasureText(double measure);
 /// A whole number with thousands parted.
 QString CountText(double count);
 /// How many times one cost is another: two places below 10, one below 100. Unmeasured where the other one is so small
-/// that it would be shown as 0.0: there is nothing to compare.
+/// that it would be shown as 0.00: there is nothing to compare.
 QString TimesText(double cost, double other);
+
+/// A table as it was measured.
+QString PlainTable(const Table& table);
 
 /// What was measured, all of it, a table after the other.
 QString AsMarkdown(const Results& results);

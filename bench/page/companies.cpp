@@ -1,6 +1,7 @@
 #include "bench/page/companies.h"
 
 #include <QFileInfo>
+#include <QTime>
 
 #include "bench/bare_engine.h"
 #include "bench/stopwatch.h"
@@ -10,6 +11,10 @@ namespace {
 
 const QDate kToday(2026, 4, 1);
 constexpr int kLeastStaff = 60;
+
+QString Now() {
+    return QTime::currentTime().toString() + " ";
+}
 
 setup::CreateOrder OrderOf(const Company& company, const Making& making, QTextStream& log) {
     setup::CreateOrder order;
@@ -22,7 +27,7 @@ setup::CreateOrder OrderOf(const Company& company, const Making& making, QTextSt
     order.demo->staff = std::max(kLeastStaff, making.clients * 5 / 4);
     order.demo->today = kToday;
     order.progress = [&log, stage = QString()](const QString& what, qint64, qint64) mutable {
-        if (std::exchange(stage, what) != what) log << "  " << what << " …\n" << Qt::flush;
+        if (std::exchange(stage, what) != what) log << Now() << what << " …\n" << Qt::flush;
     };
     if (!company.onServer) return order;
     order.server.emplace();
@@ -62,7 +67,7 @@ QString Company::Name() const {
 
 QString MakeCompany(const Company& company, const Making& making, const QString& results, QTextStream& log) {
     if (setup::OpenStores(company.tree).main) return {};
-    log << "Making " << company.tree.root << "\n" << Qt::flush;
+    log << Now() << "making " << company.tree.root << "\n" << Qt::flush;
     const setup::CreateOrder order = OrderOf(company, making, log);
     QString problem;
     const double load = MachineLoad();

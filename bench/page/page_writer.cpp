@@ -53,11 +53,8 @@ QString Compared(const PageMatter& matter, const QString& name) {
 QString Alone(const PageMatter& matter, const QString& name) {
     for (const Engine& engine : Engines(matter))
         for (auto one = engine.results.rbegin(); one != engine.results.rend(); ++one)
-            if (const Table* table = one->second.Find(name)) {
-                Results results;
-                results.Add(*table);
-                return QString("Of %1 parties:\n%2").arg(CountText(one->first), AsMarkdown(results));
-            }
+            if (const Table* table = one->second.Find(name))
+                return "Of " + CountText(one->first) + " parties:\n\n" + PlainTable(*table);
     return "Not measured.\n";
 }
 
@@ -149,7 +146,8 @@ QString LimitsMet(const PageMatter& matter) {
         const Verdict verdict = JudgeAll(matter, limit);
         text.Add({limit.text, CountText(verdict.looked), CountText(verdict.passed),
                   verdict.looked == 0 ? kUnmeasured : CountText(verdict.nearest * 100)});
-        if (verdict.passed > 0) passed += "\n" + limit.text + ". Passed by, in milliseconds:\n\n" + verdict.words;
+        if (verdict.passed > 0)
+            passed += "\n" + limit.text + ". Passed by (what was taken, of what is allowed):\n\n" + verdict.words;
     }
     return text.Text() + (passed.isEmpty() ? QString("\nNothing passes its limit.\n") : passed);
 }

@@ -22,7 +22,9 @@ Table Searches(std::vector<Row> rows) {
 }
 
 TEST(Markdown, FiguresAreAsExactAsTheyAreWorth) {
-    EXPECT_EQ(MeasureText(0.04), "0.0");
+    EXPECT_EQ(MeasureText(0.004), "0.00");
+    EXPECT_EQ(MeasureText(0.994), "0.99");
+    EXPECT_EQ(MeasureText(0.996), "1.0");
     EXPECT_EQ(MeasureText(99.94), "99.9");
     EXPECT_EQ(MeasureText(99.96), "100");
     EXPECT_EQ(MeasureText(12345.6), "12,346");
@@ -30,7 +32,7 @@ TEST(Markdown, FiguresAreAsExactAsTheyAreWorth) {
     EXPECT_EQ(TimesText(3, 2), "1.50");
     EXPECT_EQ(TimesText(9.996, 1), "10.0");
     EXPECT_EQ(TimesText(250, 1), "250");
-    EXPECT_EQ(TimesText(1, 0.04), kUnmeasured) << "a cost shown as 0.0";
+    EXPECT_EQ(TimesText(1, 0.004), kUnmeasured) << "a cost shown as 0.00";
     EXPECT_EQ(TimesText(kNothing, 1), kUnmeasured);
 }
 
