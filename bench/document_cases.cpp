@@ -27,6 +27,7 @@ QHash<QString, QString> SampleDocument(store::Connection& store, const QString& 
     QHash<QString, QString> sample;
     for (const QString& column : rows ? rows->Columns() : QStringList())
         sample.insert(column, rows->Value(column).value_or(QString()));
+    sample.insert("担当者名", NameOfStaff(store));
     return sample;
 }
 
@@ -53,27 +54,16 @@ QString TextColumn(const QString& item) {
     return columns.value(item, item);
 }
 
-ListCase MakeCase(const lists::ListDescription& list, int mode, const QString& what) {
-    ListCase made;
-    made.list = &list;
-    made.mode = mode;
-    made.what = what;
-    made.values.dbKind = "A";
-    made.values.siteCode = made.values.operatingSiteCode = "000";
-    return made;
-}
-
 ListCase Searched(const lists::ListDescription& list, const QString& kind, int mode, const QString& what,
                   const QString& item, const QString& value) {
-    ListCase made = MakeCase(list, mode, what);
-    made.values.condition = BaseCondition(kind);
-    if (!item.isEmpty()) made.values.items.insert(item, value);
+    ListCase made{&list, mode, what};
+    made.condition = BaseCondition(kind);
+    if (!item.isEmpty()) made.items.insert(item, value);
     return made;
 }
 
-void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, QHash<QString, QString> sample) {
+void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, const QHash<QString, QString>& sample) {
     const lists::ListDescription& list = *lists::FindList(NumberList(kind));
-    sample.insert("担当者名", "佐藤");
     cases.push_back(Searched(list, kind, 0, "検索", {}, {}));
     for (const lists::SearchItem& item : list.items) {
         const QString value = sample[TextColumn(item.name)];
@@ -88,14 +78,11 @@ void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, QHash<QSt
     cases.push_back(Searched(list, kind, -1, "否検索 " + number, number, sample[number]));
 }
 
-ListCase InPeriod(const lists::ListDescription& list, int period, int mode, const QString& text, QDate today) {
-    const lists::Period& chosen = list.periods.at(std::size_t(period));
-    ListCase made = MakeCase(list, mode, (mode < 0 ? "否検索 " : "検索 ") + chosen.caption + " " + text);
+ListCase InPeriod(const lists::ListDescription& list, int period, int mode, const QString& text) {
+    const QString& caption = list.periods.at(std::size_t(period)).caption;
+    ListCase made{&list, mode, QString((mode < 0 ? "否検索 " : "検索 ") + caption + " " + text).trimmed()};
     made.period = period;
-    if (!text.isEmpty()) made.values.items.insert(list.items.front().name, text);
-    if (chosen.months == 0) return made;
-    made.values.firstDay = DayText(today.addMonths(-chosen.months));
-    made.values.lastDay = DayText(today);
+    if (!text.isEmpty()) made.items.insert(list.items.front().name, text);
     return made;
 }
 
@@ -128,19 +115,19 @@ std::vector<ListCase> NumberListCases(store::Connection& store) {
     return cases;
 }
 
-std::vector<ListCase> NameListCases(QDate today) {
+std::vector<ListCase> NameListCases() {
     std::vector<ListCase> cases;
     for (const lists::ListDescription& family : lists::NameLists()) {
         const lists::ListDescription& list = *lists::FindList(family.name);
         const int opening = list.openingPeriod, all = int(list.periods.size()) - 1;
         for (int period = 0; period <= all; ++period)
-            cases.push_back(InPeriod(list, period, 0, {}, today));
+            cases.push_back(InPeriod(list, period, 0, {}));
         for (const QString& text : {QString("商"), kNobody})
             for (const int period : {opening, all})
-                cases.push_back(InPeriod(list, period, 0, text, today));
+                cases.push_back(InPeriod(list, period, 0, text));
         for (const int period : {0, opening, all})
-            cases.push_back(InPeriod(list, period, -1, {}, today));
-        cases.push_back(InPeriod(list, 0, -1, kNobody, today));
+            cases.push_back(InPeriod(list, period, -1, {}));
+        cases.push_back(InPeriod(list, 0, -1, kNobody));
     }
     return cases;
 }

@@ -25,7 +25,7 @@ std::vector<Opening> NumberListOpenings(store::Connection& store);
 std::vector<ListCase> NumberListCases(store::Connection& store);
 
 /// The searches of the eleven lists of used names: each period without a text, the opening one with texts, and the
-/// negative search. `today` ends the periods.
-std::vector<ListCase> NameListCases(QDate today);
+/// negative search.
+std::vector<ListCase> NameListCases();
 
 }  // namespace bench

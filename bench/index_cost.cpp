@@ -4,8 +4,7 @@
 #include <QTemporaryDir>
 
 #include "bench/bare_engine.h"
-#include "bench/search_times.h"
-#include "bench/stopwatch.h"
+#include "lists/list_families.h"
 #include "session/schema.h"
 #include "store/bulk_writer.h"
 #include "store/create_store.h"
@@ -31,11 +30,12 @@ bool CopyTable(const session::Table& table, const QString& from, const QString& 
 }
 
 // Median time to save one more row like those that are there, one statement by itself.
-std::optional<double> TimeSave(const session::Table& table, const QString& path, store::Fault& fault) {
+std::optional<double> TimeSave(const session::Table& table, const QString& path, const Effort& effort,
+                               store::Fault& fault) {
     const auto store = store::OpenConnection("Provider=SQLite;Data Source=\"" + path + "\";", "", fault);
     const auto engine = BareEngine::Open(path);
     if (!store || !engine) return std::nullopt;
-    const int rows = int(engine->Number("SELECT MAX(rowid) FROM [" + table.name + "]"));
+    const int rows = engine->Value("SELECT MAX(rowid) FROM [" + table.name + "]").toInt();
     // Only the first column of the key is another.
     QStringList columns = table.ColumnNames();
     columns.removeAll(table.key.front());
@@ -49,68 +49,95 @@ std::optional<double> TimeSave(const session::Table& table, const QString& path,
                                       .arg(1 + next * 9973LL % rows),
                                   fault);
     };
-    const double time = MedianMilliseconds(save);
-    return good ? std::optional(time / kSaves) : std::nullopt;
+    std::vector<double> times;
+    for (int run = 0; run < effort.runs; ++run)
+        times.push_back(Milliseconds(save) / kSaves);
+    return good ? std::optional(Median(std::move(times))) : std::nullopt;
 }
 
-bool PrintTableCost(const QString& name, const QString& mainStore, QTextStream& out) {
+void AddTableCost(Table& costs, const QString& name, const QString& mainStore, const Effort& effort, Results& results) {
     const session::Table& table = *session::FindTable(name);
-    out << Padded(name, 18);
+    Row row{{name}, {}};
     for (const bool indexes : {true, false}) {
         const QTemporaryDir folder;
         const QString path = folder.path() + "/copy.accdb";
         store::Fault fault;
         const bool copied = CopyTable(table, mainStore, path, indexes, fault);
         const double size = double(QFileInfo(path).size()) / 1e6;
-        const auto time = copied ? TimeSave(table, path, fault) : std::nullopt;
-        if (!time) {
-            out << fault.description << '\n';
-            return false;
-        }
-        out << QString::number(size, 'f', 0).rightJustified(9) << QString::number(*time, 'f', 2).rightJustified(9);
+        const auto time = copied ? TimeSave(table, path, effort, fault) : std::nullopt;
+        if (!time) results.faults << name + ": " + fault.description;
+        row.numbers.insert(row.numbers.end(), {size, time.value_or(0)});
     }
-    out << '\n' << Qt::flush;
-    return true;
-}
-
-void PrintHeader(QTextStream& out) {
-    out << "\nUp to " << kMostCopied << " rows alone, with and without the indexes: size in MB, a row saved in ms\n"
-        << Padded("table", 18) << "     with    saved  without    saved\n";
+    costs.rows.push_back(row);
 }
 
 // How much of the store the indexes of some tables take; tables by the start of their names.
-void PrintSizes(const QString& mainStore, QTextStream& out) {
-    const auto engine = BareEngine::Open(mainStore);
-    if (!engine) return;
-    const auto megabytes = [&engine](const QString& condition) {
-        return QString::number(
-            engine->Number("SELECT SUM(pgsize) FROM dbstat WHERE aggregate = TRUE" + condition) / 1e6, 'f', 0);
+Table StoreSizes(const QString& mainStore, BareEngine& engine) {
+    const auto megabytes = [&engine](const QString& tables) {
+        return engine
+                   .Value(
+                       "SELECT SUM(pgsize) FROM dbstat WHERE aggregate = TRUE AND name IN (SELECT name FROM "
+                       "sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name " +
+                       tables + ")")
+                   .toDouble() /
+               1e6;
     };
-    const QString indexesOf =
-        " AND name IN (SELECT name FROM sqlite_master WHERE type = 'index' AND sql IS NOT NULL AND tbl_name %1)";
-    QStringList documents;
+    QStringList documents, parties;
     for (const QString& kind : session::DocumentKinds())
         documents << "'T" + kind + "'";
-    out << "\nThe whole store, MB: " << QFileInfo(mainStore).size() / 1'000'000 << ", of it the indexes of documents "
-        << megabytes(indexesOf.arg("IN (" + documents.join(u',') + ")")) << ", of slots "
-        << megabytes(indexesOf.arg("= 'T営業活動明細'")) << '\n'
-        << Qt::flush;
+    for (const QString& kind : lists::PartyKinds())
+        parties << "'M" + kind + "'";
+    return {table::kStoreSizes,
+            {"What"},
+            {"Size, MB"},
+            {{{"the whole store"}, {double(QFileInfo(mainStore).size()) / 1e6}},
+             {{"indexes of parties"}, {megabytes("IN (" + parties.join(u',') + ")")}},
+             {{"indexes of documents"}, {megabytes("IN (" + documents.join(u',') + ")")}},
+             {{"indexes of slots"}, {megabytes("= 'T営業活動明細'")}}}};
+}
+
+// The cost of the fold: the same names by the engine's own LIKE and by the program's.
+Table TimeLike(BareEngine& plain, BareEngine& folding, const Effort& effort) {
+    QStringList names;
+    for (const QString& kind : lists::PartyKinds())
+        names << "SELECT 略称 FROM M" + kind;
+    // As many short names as there are parties, from memory.
+    for (BareEngine* engine : {&plain, &folding}) {
+        engine->Step("PRAGMA cache_size = -200000");
+        engine->Step("PRAGMA temp_store = MEMORY");
+        engine->Step("CREATE TEMP TABLE names AS " + names.join(" UNION ALL "));
+    }
+    Table table{table::kLike, {"Pattern"}, {kEngine, kProgram}, {}};
+    for (const QString pattern : {"%電機%", "%該当なし%", "%ABC%", "%a_c%d%"}) {
+        const QString sql = "SELECT COUNT(*) FROM temp.names WHERE 略称 LIKE '" + pattern + "'";
+        const auto [engines, ours] = MedianTurns(
+            effort.runs, [&] { plain.Step(sql); }, [&] { folding.Step(sql); });
+        table.rows.push_back({{"`" + pattern + "`"}, {engines, ours}});
+    }
+    return table;
 }
 
 }  // namespace
 
-bool PrintPartyIndexCost(const QString& mainStore, QTextStream& out) {
-    PrintHeader(out);
-    return PrintTableCost("M得意先", mainStore, out);
-}
-
-bool PrintDocumentIndexCost(const QString& mainStore, QTextStream& out) {
-    PrintHeader(out);
-    bool good = PrintTableCost("T営業活動明細", mainStore, out);
+Results RunIndexBench(const QString& mainStore, const Effort& effort) {
+    Results results;
+    const auto plain = BareEngine::Open(mainStore, BareEngine::Use::Reading, BareEngine::Like::Engines);
+    const auto folding = BareEngine::Open(mainStore);
+    if (!plain || !folding) {
+        results.faults << "The store can't be read: " + mainStore;
+        return results;
+    }
+    results.Add(TimeLike(*plain, *folding, effort));
+    Table costs{
+        table::kIndexes, {"Table"}, {"With, MB", "With, saved in ms", "Without, MB", "Without, saved in ms"}, {}};
+    QStringList tables{"M得意先", "T営業活動明細"};
     for (const QString& kind : session::DocumentKinds())
-        good = PrintTableCost("T" + kind, mainStore, out) && good;
-    PrintSizes(mainStore, out);
-    return good;
+        tables << "T" + kind;
+    for (const QString& name : tables)
+        AddTableCost(costs, name, mainStore, effort, results);
+    results.Add(costs);
+    results.Add(StoreSizes(mainStore, *plain));
+    return results;
 }
 
 }  // namespace bench

@@ -1,15 +1,13 @@
 #pragma once
 
-#include <QTextStream>
+#include "bench/results.h"
+#include "bench/stopwatch.h"
 
 namespace bench {
 
-/// Prints what the indexes of the party masters cost: the size of the customers with and without them, and the time to
-/// save one. False on a fault.
-bool PrintPartyIndexCost(const QString& mainStore, QTextStream& out);
-
-/// The same for a slot and for each kind of document, on copies of some 100,000 rows; then the sizes of the indexes
-/// in the store itself. False on a fault.
-bool PrintDocumentIndexCost(const QString& mainStore, QTextStream& out);
+/// What the indexes of a file cost: the size of the customers, the slots and each kind of document with and without
+/// them, on copies of some 100,000 rows, and the time to save one row; the sizes of the indexes in the store itself;
+/// and what the program's LIKE costs beside the engine's.
+Results RunIndexBench(const QString& mainStore, const Effort& effort);
 
 }  // namespace bench

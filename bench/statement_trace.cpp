@@ -7,12 +7,13 @@
 namespace bench {
 namespace {
 
+bool watching = false;
 bool noting = false;
 std::vector<Traced> noted;
 
 void NoteOne(const QString& store, const QString& sql) {
     if (!noting) return;
-    for (const char* word : {"SELECT", "INSERT", "UPDATE", "DELETE"})
+    for (const char* word : {"SELECT", "WITH", "INSERT", "UPDATE", "DELETE", "SET"})
         if (sql.trimmed().startsWith(QLatin1String(word), Qt::CaseInsensitive)) noted.push_back({store, sql});
 }
 
@@ -29,8 +30,13 @@ int WatchOne(sqlite3* engine, char**, const struct sqlite3_api_routines*) {
 }  // namespace
 
 void StatementTrace::Watch(const QString& server) {
+    watching = true;
     store::PostgresLink::watcher = [server](const QString& sql) { NoteOne(server, sql); };
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(WatchOne));
+}
+
+bool StatementTrace::Watching() {
+    return watching;
 }
 
 void StatementTrace::Begin() {

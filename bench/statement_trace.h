@@ -16,9 +16,10 @@ class StatementTrace {
   public:
     /// Watches every file that is opened from now on, and the server.
     static void Watch(const QString& server);
+    static bool Watching();
     /// Begins to note, forgetting what was noted.
     static void Begin();
-    /// Ends it. The statements that read or change rows, in their order.
+    /// Ends it. The statements that read or change rows, and a server's settings, in their order.
     static std::vector<Traced> End();
 };
 

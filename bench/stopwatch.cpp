@@ -11,17 +11,18 @@ double Milliseconds(const std::function<void()>& work) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-double MedianMilliseconds(const std::function<void()>& work, const std::function<void()>& before) {
-    constexpr int kRuns = 7;
-    constexpr double kEnough = 2000;  // milliseconds altogether
-    std::vector<double> times;
+std::pair<double, double> MedianTurns(int runs, const std::function<void()>& first, const std::function<void()>& second,
+                                      const std::function<void()>& before) {
+    constexpr double kEnough = 2000, kTooMuch = 20'000;  // milliseconds altogether, of the second
+    std::vector<double> firsts, seconds;
     double total = 0;
-    while (times.size() < kRuns && (times.size() < 3 || total < kEnough)) {
+    while (int(seconds.size()) < runs && total < (seconds.size() < 3 ? kTooMuch : kEnough)) {
+        firsts.push_back(Milliseconds(first));
         if (before) before();
-        times.push_back(Milliseconds(work));
-        total += times.back();
+        seconds.push_back(Milliseconds(second));
+        total += seconds.back();
     }
-    return Median(std::move(times));
+    return {Median(std::move(firsts)), Median(std::move(seconds))};
 }
 
 double Median(std::vector<double> times) {

@@ -1,126 +1,189 @@
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <algorithm>
+#include <functional>
 #include <memory>
 
+#include "bench/bare_engine.h"
 #include "bench/crowd/crowd.h"
-#include "bench/list_bench.h"
-#include "bench/server_lists.h"
+#include "bench/index_cost.h"
+#include "bench/limits.h"
+#include "bench/markdown.h"
+#include "bench/page/page_run.h"
 #include "bench/window/client_bench.h"
 #include "bench/window/document_bench.h"
-#include "bench/window/window_fill.h"
+#include "bench/window/list_bench.h"
 #include "setup/create_tree.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: katsudo-bench lists [--parties N] [--root DIR]\n"
-    "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR]\n"
-    "       katsudo-bench client [--parties N] [--slots N] [--root DIR] [--admin-user NAME]\n"
-    "       katsudo-bench crowd --root DIR [--clients N] [--seconds N]\n"
+    "Usage: katsudo-bench lists [--parties N] [--root DIR] [--results FILE]\n"
+    "       katsudo-bench documents [--documents N] [--slots N] [--parties N] [--root DIR] [--admin-user NAME]\n"
+    "                               [--results FILE]\n"
+    "       katsudo-bench client [--parties N] [--slots N] [--root DIR] [--admin-user NAME] [--results FILE]\n"
+    "       katsudo-bench indexes [--parties N] [--documents N] [--slots N] [--root DIR] [--results FILE]\n"
+    "       katsudo-bench crowd --root DIR [--clients N] [--seconds N] [--own-stores yes] [--results FILE]\n"
+    "       katsudo-bench page --out FILE --work DIR [--sizes N,N,…] [--slots N] [--clients N] [--seconds N]\n"
+    "                          [--server S --admin-user NAME] [--quick yes]\n"
     "       katsudo-bench --help | --version\n"
     "\n"
-    "lists      times the searches of the party lists.\n"
+    "lists      times the searches of the lists of parties, staff, postcodes and contacts.\n"
     "documents  times typed document numbers, the lists of documents and the lists of used names.\n"
     "client     times the client as a whole: its start, a slot saved and loaded, its waiting; and tells its memory.\n"
+    "indexes    tells what the indexes of a file cost, and what its LIKE does.\n"
     "crowd      clients that save and search at once on an installation that has a staff member for each of them.\n"
+    "page       all of these on companies of growing size, in files and on a server, written as one page.\n"
     "  --clients N    how many (50), for how many --seconds (60)\n"
+    "  --own-stores   each of them works on an environment store of its own\n"
     "  --parties N    parties of the demo company that is made for it (100000); it is thrown away at the end\n"
     "  --documents N  documents of each of the six kinds (100000)\n"
-    "  --slots N      slots that point at them (1000000)\n"
-    "  --admin-user NAME  the administrator of the server that holds the installation's main database\n"
-    "  --root DIR     an installation that is there already; when there is none, it is made there and stays\n";
+    "  --slots N      slots that point at them (1000000); of the page's biggest company (10000000)\n"
+    "  --root DIR     an installation that is there already; when there is none, it is made there and stays\n"
+    "  --quick yes    hardly any repetitions: tells whether all works, and no times worth anything\n"
+    "  --results FILE writes what was measured there too, for the page\n"
+    "  --out FILE     the page\n"
+    "  --work DIR     where the page's companies and what was measured stay; what is there isn't measured again\n"
+    "  --sizes N,…    the parties of the page's companies (10000,100000,1000000)\n"
+    "  --server S     the server of the page's other companies, as katsudo-setup takes it\n"
+    "  --admin-user NAME  the administrator of the server that holds the main database\n";
 
+/// A command line taken apart.
 struct Arguments {
     QString command;
-    QString root;
-    qint64 clients = 50, seconds = 60;
-    qint64 parties = 100'000, documents = 100'000, slotCount = 1'000'000;
-    std::optional<setup::ServerAdmin> admin;
-    bool good = true;
+    QHash<QString, QString> values;
+    bool good = false;
+
+    /// True for one that is to be: "--quick yes".
+    bool Has(const QString& name) const { return values.value(name) == "yes"; }
+    QString Path(const QString& name) const {
+        return values.contains(name) ? QDir(values[name]).absolutePath() : QString();
+    }
+    qint64 Number(const QString& name, qint64 usual, qint64 most) {
+        if (!values.contains(name)) return usual;
+        bool number = false;
+        const qint64 value = values[name].toLongLong(&number);
+        good = good && number && value > 0 && value <= most;
+        return value;
+    }
+    std::optional<setup::ServerAdmin> Admin() const {
+        return values.contains("--admin-user") ? std::optional(setup::ServerAdmin{values["--admin-user"], {}})
+                                               : std::nullopt;
+    }
 };
 
 Arguments Read(const QStringList& words) {
+    static const QHash<QString, QStringList> options = {
+        {"lists", {"--parties", "--root", "--quick", "--results"}},
+        {"documents", {"--parties", "--documents", "--slots", "--root", "--admin-user", "--quick", "--results"}},
+        {"client", {"--parties", "--slots", "--root", "--admin-user", "--quick", "--results"}},
+        {"indexes", {"--parties", "--documents", "--slots", "--root", "--quick", "--results"}},
+        {"crowd", {"--root", "--clients", "--seconds", "--own-stores", "--results"}},
+        {"page",
+         {"--out", "--work", "--sizes", "--slots", "--clients", "--seconds", "--server", "--admin-user", "--quick"}}};
     Arguments arguments;
     arguments.command = words.value(0);
-    const bool documents = arguments.command == "documents";
-    const bool crowd = arguments.command == "crowd", client = arguments.command == "client";
-    arguments.good = (documents || crowd || client || arguments.command == "lists") && words.size() % 2 == 1;
-    const auto take = [&arguments](const QString& text, qint64 most, qint64& number) {
-        number = text.toLongLong(&arguments.good);
-        arguments.good = arguments.good && number > 0 && number <= most;
-    };
+    arguments.good = options.contains(arguments.command) && words.size() % 2 == 1;
     for (qsizetype i = 1; i + 1 < words.size() && arguments.good; i += 2) {
-        if (words[i] == "--root")
-            arguments.root = QDir(words[i + 1]).absolutePath();
-        else if (words[i] == "--admin-user" && client)
-            arguments.admin = setup::ServerAdmin{words[i + 1], {}};
-        else if (words[i] == "--parties")
-            take(words[i + 1], 1'900'000, arguments.parties);
-        else if (words[i] == "--clients" && crowd)
-            take(words[i + 1], 1000, arguments.clients);
-        else if (words[i] == "--seconds" && crowd)
-            take(words[i + 1], 86'400, arguments.seconds);
-        else if (words[i] == "--documents" && documents)
-            take(words[i + 1], 10'000'000, arguments.documents);
-        else if (words[i] == "--slots" && (documents || client))
-            take(words[i + 1], 100'000'000, arguments.slotCount);
-        else
-            arguments.good = false;
+        arguments.good = options[arguments.command].contains(words[i]);
+        arguments.values.insert(words[i], words[i + 1]);
     }
     return arguments;
 }
 
-/// Makes the company when there is none. Gives the words of what went wrong; empty on success.
-QString MakeCompany(const Arguments& arguments, const setup::Tree& tree, QTextStream& out) {
-    if (tree.Exists()) return {};
-    out << "Making a company in " << tree.root << " …\n" << Qt::flush;
+setup::DemoSizes SizesOf(Arguments& arguments) {
+    setup::DemoSizes sizes;
+    sizes.parties = int(arguments.Number("--parties", 100'000, 1'900'000));
+    const bool documents = arguments.command == "documents" || arguments.command == "indexes";
+    sizes.documents = int(arguments.Number("--documents", documents ? 100'000 : sizes.documents, 10'000'000));
+    sizes.activities = arguments.Number("--slots", arguments.command == "lists" ? 1000 : 1'000'000, 100'000'000);
+    sizes.today = QDate(2026, 4, 1);
+    return sizes;
+}
+
+bench::Results Measure(const QString& command, const setup::Tree& tree, const Arguments& arguments) {
+    const bench::Effort effort = arguments.Has("--quick") ? bench::Effort::Quick() : bench::Effort();
+    if (command == "lists") return bench::RunListBench(tree, effort);
+    if (command == "documents") return bench::RunDocumentBench(tree, arguments.Admin(), effort);
+    if (command == "client") return bench::RunClientBench(tree, arguments.Admin(), effort);
+    return bench::RunIndexBench(tree.MainStore(), effort);
+}
+
+int UsageError() {
+    QTextStream(stderr) << kUsage;
+    return 2;
+}
+
+/// Prints what was measured, and writes it where that is wanted. 1 when something is wrong or passes a limit.
+int Tell(const setup::Tree& tree, const Arguments& arguments, double load, bench::Results results) {
+    QTextStream out(stdout);
+    const QString place = bench::MainPlace(tree, {});
+    bench::NoteMachine(results, bench::EngineInWords(place), load);
+    const QStringList passed = bench::Passed(results, bench::IsServer(place));
+    out << results.machine << '\n' << bench::AsMarkdown(results);
+    for (const QString& words : passed)
+        out << '\n' << words << '\n';
+    const QString file = arguments.Path("--results");
+    if (!file.isEmpty() && !bench::WriteResults(results, file)) results.faults << file + " can't be written.";
+    return results.faults.isEmpty() && passed.isEmpty() ? 0 : 1;
+}
+
+int Crowd(Arguments& arguments) {
+    const bench::CrowdOrder order{arguments.Path("--root"), int(arguments.Number("--clients", 50, 1000)),
+                                  int(arguments.Number("--seconds", 60, 86'400)), arguments.Has("--own-stores")};
+    if (!arguments.good || order.root.isEmpty()) return UsageError();
+    const double load = bench::MachineLoad();
+    return Tell({order.root}, arguments, load, bench::RunCrowd(order));
+}
+
+int Page(Arguments& arguments) {
+    bench::PageOrder order;
+    order.out = arguments.Path("--out");
+    order.work = arguments.Path("--work");
+    order.text = ":/page/benchmarks.md";
+    if (arguments.values.contains("--sizes")) order.sizes.clear();
+    for (const QString& size : arguments.values["--sizes"].split(u',', Qt::SkipEmptyParts))
+        order.sizes.push_back(size.toInt());
+    order.slotCount = arguments.Number("--slots", order.slotCount, 100'000'000);
+    order.making.server = arguments.values["--server"];
+    order.making.adminUser = arguments.values["--admin-user"];
+    order.making.clients = int(arguments.Number("--clients", 50, 1000));
+    order.quick = arguments.Has("--quick");
+    order.seconds = int(arguments.Number("--seconds", 60, 86'400));
+    const bool rising = std::is_sorted(order.sizes.begin(), order.sizes.end(), std::less_equal<int>());
+    const bool told = !order.out.isEmpty() && !order.work.isEmpty() && !order.sizes.empty();
+    if (!arguments.good || !told || !rising || order.sizes.front() <= 0 || order.sizes.back() > 1'900'000 ||
+        order.making.server.isEmpty() != order.making.adminUser.isEmpty())
+        return UsageError();
+    QTextStream log(stdout);
+    return bench::RunPage(order, log) ? 0 : 1;
+}
+
+int Bench(Arguments& arguments) {
+    if (arguments.command == "crowd") return Crowd(arguments);
+    if (arguments.command == "page") return Page(arguments);
+    const QTemporaryDir folder;
+    const QString root = arguments.Path("--root");
+    const setup::Tree tree{root.isEmpty() ? folder.path() + "/tree" : root};
     setup::CreateOrder order;
     order.tree = tree;
-    order.demo.emplace();
-    order.demo->parties = int(arguments.parties);
-    order.demo->activities = 1000;
-    order.demo->today = QDate(2026, 4, 1);
-    if (arguments.command != "lists") order.demo->activities = arguments.slotCount;
-    if (arguments.command == "documents") order.demo->documents = int(arguments.documents);
-    return setup::CreateTree(order);
-}
-
-bool BenchLists(const setup::Tree& tree, QTextStream& out) {
-    bench::WindowFill windows(tree.root, QDateTime::currentDateTime());
-    const bool inTree = QFile::exists(tree.MainStore());
-    const bool good = inTree ? bench::RunListBench(tree.MainStore(), std::ref(windows), out)
-                             : bench::RunServerLists(tree, {}, out);
-    out << "\nMemory with all six list windows open, the measuring itself included: "
-        << qRound(bench::ResidentMegabytes()) << " MB\n";
-    return good;
-}
-
-int Bench(const Arguments& arguments) {
-    if (arguments.command == "crowd") {
-        QTextStream crowdOut(stdout);
-        return bench::RunCrowd({arguments.root, int(arguments.clients), int(arguments.seconds)}, crowdOut) ? 0 : 1;
-    }
-    const QTemporaryDir folder;
-    const setup::Tree tree{arguments.root.isEmpty() ? folder.path() + "/tree" : arguments.root};
-    QTextStream out(stdout);
-    const QString problem = MakeCompany(arguments, tree, out);
-    if (!problem.isEmpty()) {
-        out << problem << '\n';
-        return 1;
-    }
-    if (arguments.command == "client") return bench::RunClientBench(tree, arguments.admin, out) ? 0 : 1;
-    const bool good = arguments.command == "lists" ? BenchLists(tree, out) : bench::RunDocumentBench(tree, out);
-    return good ? 0 : 1;
+    order.demo = SizesOf(arguments);
+    if (!arguments.good) return UsageError();
+    const QString problem = tree.Exists() ? QString() : setup::CreateTree(order);
+    const double load = bench::MachineLoad();
+    if (problem.isEmpty()) return Tell(tree, arguments, load, Measure(arguments.command, tree, arguments));
+    QTextStream(stdout) << problem << '\n';
+    return 1;
 }
 
 }  // namespace
 
 int main(int argc, char* argv[]) {
     // Only what draws needs a display.
-    const bool draws = argc < 2 || qstrcmp(argv[1], "crowd") != 0;
+    const QString command = argc < 2 ? QString() : QString::fromLocal8Bit(argv[1]);
+    const bool draws = QStringList{"lists", "documents", "client", "start-client", "start-bare"}.contains(command);
     const std::unique_ptr<QCoreApplication> application =
         draws ? std::unique_ptr<QCoreApplication>(new QApplication(argc, argv))
               : std::make_unique<QCoreApplication>(argc, argv);
@@ -132,10 +195,6 @@ int main(int argc, char* argv[]) {
     // What `client` starts to see how long a start takes.
     if (words.size() == 4 && words[0] == "start-client") return bench::StartClientOnce(words[1], words[2], words[3]);
     if (words.size() == 2 && words[0] == "start-bare") return bench::StartBareOnce(words[1]);
-    const Arguments arguments = Read(words);
-    if (!arguments.good) {
-        QTextStream(stderr) << kUsage;
-        return 2;
-    }
-    return Bench(arguments);
+    Arguments arguments = Read(words);
+    return arguments.good ? Bench(arguments) : UsageError();
 }

@@ -104,18 +104,13 @@ Work WorkForAWhile(const CrowdOrder& order, const QString& staff, const QString&
     return worker.Done();
 }
 
-void PrintTimes(const QString& what, std::vector<double> times, QTextStream& out) {
-    if (times.empty()) return;
+void AddTimes(const QString& what, std::vector<double> times, Table& table) {
+    const auto add = [&](const QString& told, double number) { table.rows.push_back({{what, told}, {number}}); };
+    add("number", double(times.size()));
     std::sort(times.begin(), times.end());
-    const auto at = [&times](double share) {
-        return times[static_cast<std::size_t>(share * double(times.size() - 1))];
-    };
-    out << QString("| %1 | %2 | %3 | %4 | %5 |\n")
-               .arg(what)
-               .arg(times.size())
-               .arg(at(0.5), 0, 'f', 1)
-               .arg(at(0.99), 0, 'f', 1)
-               .arg(times.back(), 0, 'f', 1);
+    for (const auto& [told, share] :
+         {std::pair("median, ms", 0.5), std::pair("slowest hundredth from, ms", 0.99), std::pair("slowest, ms", 1.0)})
+        if (!times.empty()) add(told, times[std::size_t(share * double(times.size() - 1))]);
 }
 
 int Count(store::Connection* connection, const QString& sql) {
@@ -151,22 +146,32 @@ QStringList StaffAtWork(store::Connection& main) {
     return codes;
 }
 
-}  // namespace
-
-bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
-    const QString mark = "群 " + QDateTime::currentDateTime().toString("yyyyMMddHHmmss");
-    setup::OpenTree tree = setup::OpenStores({order.root});
-    if (!tree.config || !tree.main) {
-        out << tree.problem << '\n';
-        return false;
+/// Has each user of an installation work on an environment store of its own while it lives.
+class OwnStores {
+  public:
+    OwnStores(store::Connection& config, bool wanted) : config_(config), wanted_(wanted) {
+        if (!wanted_) return;
+        before_ = setup::ReadValue(config_, "SELECT * FROM 動作環境定義", "インストール区分");
+        Set("1");
     }
-    const QStringList staff = StaffAtWork(*tree.main);
-    if (staff.size() < order.clients) {
-        out << "The installation has only " << staff.size() << " staff members at work.\n";
-        return false;
+    ~OwnStores() {
+        if (wanted_) Set(before_);
     }
-    const int faultsBefore = FaultRows(order.root);
+    OwnStores(const OwnStores&) = delete;
+    OwnStores& operator=(const OwnStores&) = delete;
 
+  private:
+    void Set(const QString& kind) {
+        store::Fault fault;
+        config_.Execute("UPDATE 動作環境定義 SET インストール区分 = '" + kind + "'", fault);
+    }
+
+    store::Connection& config_;
+    bool wanted_;
+    QString before_;
+};
+
+Work LetThemWork(const CrowdOrder& order, const QStringList& staff, const QString& mark, QStringList& problems) {
     std::vector<Work> works(static_cast<std::size_t>(order.clients));
     std::barrier<> start(order.clients);
     std::vector<std::thread> clients;
@@ -176,26 +181,45 @@ bool RunCrowd(const CrowdOrder& order, QTextStream& out) {
         });
     for (std::thread& client : clients)
         client.join();
-
     Work all;
-    QStringList problems;
     for (const Work& work : works) {
         all.saves.insert(all.saves.end(), work.saves.begin(), work.saves.end());
         all.searches.insert(all.searches.end(), work.searches.begin(), work.searches.end());
         if (!work.problem.isEmpty()) problems << work.problem;
     }
-    out << "| " << order.clients << " clients, " << order.seconds
-        << " s | Number | Median ms | Slowest hundredth from ms | Slowest ms |\n| --- | ---: | ---: | ---: | ---: |\n";
-    PrintTimes("Save", all.saves, out);
-    PrintTimes("Search", all.searches, out);
+    return all;
+}
+
+}  // namespace
+
+Results RunCrowd(const CrowdOrder& order) {
+    Results results;
+    const QString mark = "群 " + QDateTime::currentDateTime().toString("yyyyMMddHHmmss");
+    setup::OpenTree tree = setup::OpenStores({order.root});
+    const QStringList staff = tree.config && tree.main ? StaffAtWork(*tree.main) : QStringList();
+    if (staff.size() < order.clients) {
+        results.faults << QString("The installation has only %1 staff members at work. ").arg(staff.size()) +
+                              tree.problem;
+        return results;
+    }
+    const int faultsBefore = FaultRows(order.root);
+    const OwnStores stores(*tree.config, order.ownStores);
+    const Work all = LetThemWork(order, staff, mark, results.faults);
+    Table table{table::kCrowd, {"What", "Told"}, {kProgram}, {}};
+    table.rows.push_back({{"Clients", "at once"}, {double(order.clients)}});
+    table.rows.push_back({{"Clients", "seconds"}, {double(order.seconds)}});
+    AddTimes("Save", all.saves, table);
+    AddTimes("Search", all.searches, table);
     const int stored =
-        Count(tree.main.get(), "SELECT COUNT(*) AS a FROM T営業活動明細 WHERE 営業活動摘要 = '" + mark + "'");
-    const int faults = FaultRows(order.root) - faultsBefore;
-    out << "\nSlots reported: " << all.saves.size() << ", stored: " << stored
-        << ". Rows of the run history that tell of a failed statement: " << faults << ".\n";
-    for (const QString& problem : problems)
-        out << problem << '\n';
-    return problems.isEmpty() && stored == static_cast<int>(all.saves.size());
+        Count(tree.main.get(), "SELECT COUNT(*) AS a FROM T営業活動明細 WHERE 担当者コード IN ('" + staff.join("','") +
+                                   "') AND 日付 >= '20300101' AND 営業活動摘要 = '" + mark + "'");
+    table.rows.push_back({{"Slots", "stored"}, {double(stored)}});
+    table.rows.push_back({{"Clients", "that failed"}, {double(results.faults.size())}});
+    table.rows.push_back({{"Statements", "that failed"}, {double(FaultRows(order.root) - faultsBefore)}});
+    if (stored != int(all.saves.size()))
+        results.faults << QString("%1 slots were reported, %2 are stored.").arg(all.saves.size()).arg(stored);
+    results.Add(std::move(table));
+    return results;
 }
 
 }  // namespace bench

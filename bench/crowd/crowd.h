@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QString>
-#include <QTextStream>
+
+#include "bench/results.h"
 
 namespace bench {
 
@@ -10,11 +11,12 @@ struct CrowdOrder {
     QString root;      ///< an install tree that has a staff member for each client
     int clients = 50;  ///< each of another login, for a staff member of its own
     int seconds = 60;
+    bool ownStores = false;  ///< gives each user an environment store of its own, for as long as it takes
 };
 
 /// Starts that many clients (katsudo-drive beside this program); each reports slots and searches customers until the
-/// time is over. Prints how many, how long they took, the slowest hundredth, and what the run history tells of faults.
-/// False when a command was refused, a statement failed or a slot isn't stored; the words stand in the output.
-bool RunCrowd(const CrowdOrder& order, QTextStream& out);
+/// time is over. Tells how many, how long they took, the slowest hundredth, how many slots are stored, and what the run
+/// history tells of faults. A refused command and a slot that isn't stored are faults of the results.
+Results RunCrowd(const CrowdOrder& order);
 
 }  // namespace bench

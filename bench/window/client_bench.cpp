@@ -7,29 +7,23 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryFile>
 #include <QThread>
 #include <QWidget>
+#include <limits>
 #include <map>
 
-#include "bench/bare_store.h"
-#include "bench/search_times.h"
+#include "bench/bare_engine.h"
 #include "bench/statement_trace.h"
-#include "bench/stopwatch.h"
 #include "bench/window/driven_client.h"
 #include "bench/window/window_fill.h"
 #include "screen/user_input.h"
-#include "session/schema.h"
-#include "setup/tree_files.h"
 
 namespace bench {
 namespace {
 
-constexpr int kSlots = 40;
-constexpr int kStarts = 9;
-constexpr int kWaitMilliseconds = 5000;
 constexpr int kPaceMilliseconds = 20;  // between two looks of a waiting client
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 /// Who reports, and on which days nobody has reported yet.
 struct Reporter {
@@ -58,25 +52,12 @@ double CpuMilliseconds() {
     return milliseconds(used.ru_utime) + milliseconds(used.ru_stime);
 }
 
-/// The main store of a tree as `BareStore` names it: the server's administrator may take back what a client wrote.
-QString MainPlace(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin) {
-    const setup::OpenTree open = setup::OpenStores(tree);
-    if (!open.config) return {};
-    const auto value = [&open](const QString& column) {
-        return setup::ReadValue(*open.config, "SELECT * FROM データベース定義 WHERE 情報種類 = 'GNR'", column);
-    };
-    if (open.dbKind != "S") return setup::MainStoreFile(tree, *open.config);
-    return QString("Provider=%1;User ID=%2;Password=%3;Data Source=%4;Initial Catalog=%5;")
-        .arg(value("プロバイダ名"), admin ? admin->user : value("ユーザーID"),
-             admin ? admin->password : value("パスワード"), value("サーバー名"), value("データベース名"));
-}
-
 /// The bare engines on the stores of a tree.
 class BareStores {
   public:
     BareStores(const QString& main, const QString& config) : main_(main) {
         for (const QString& place : {main, config})
-            stores_[place] = BareStore::Open(place);
+            stores_[place] = BareEngine::Open(place, BareEngine::Use::Writing);
     }
     bool Good() const {
         return std::all_of(stores_.begin(), stores_.end(), [](const auto& store) { return store.second != nullptr; });
@@ -85,23 +66,16 @@ class BareStores {
     bool Step(const std::vector<Traced>& statements) {
         return std::all_of(statements.begin(), statements.end(), [this](const Traced& statement) {
             const auto store = stores_.find(statement.store);
-            return store != stores_.end() && store->second->Step(statement.sql);
+            return store != stores_.end() && store->second->Step(statement.sql) >= 0;
         });
     }
 
-    /// Takes back what the client wrote into the main store with these statements, so that the engine can write it
-    /// anew: the row of the key with which an INSERT begins, and the number that was drawn.
+    /// Takes back what the client wrote into the main store with these statements.
     bool TakeBack(const std::vector<Traced>& statements) {
-        static const QRegularExpression drawn(QStringLiteral("\"?連番\"? = '[0-9]+'"));
-        bool good = true;
-        for (const auto& [store, sql] : statements) {
-            if (store != main_) continue;
-            if (sql.startsWith("INSERT"))
-                good = stores_[main_]->Step(DeleteOf(sql)) && good;
-            else if (sql.startsWith("UPDATE") && sql.contains(drawn))
-                good = stores_[main_]->Step(QString(sql).replace(drawn, "\"連番\" = '00000000'")) && good;
-        }
-        return good;
+        std::vector<Recorded> ofMain;
+        for (const auto& [store, sql] : statements)
+            if (store == main_) ofMain.push_back({sql});
+        return bench::TakeBack(*stores_[main_], ofMain);
     }
 
     /// Takes away all that a measurement left.
@@ -114,22 +88,8 @@ class BareStores {
     }
 
   private:
-    static QString DeleteOf(const QString& insert) {
-        static const QRegularExpression shape(
-            QStringLiteral("INSERT INTO [\\[\"]?([^\\]\" (]+)[\\]\"]? *\\((.*?)\\) *VALUES"));
-        static const QRegularExpression literal(QStringLiteral("'([^']*)'"));
-        const auto found = shape.match(insert);
-        const session::Table* table = session::FindTable(found.captured(1));
-        if (!table) return {};
-        QStringList conditions;
-        auto values = literal.globalMatch(insert, found.capturedEnd());
-        for (const QString& column : table->key)
-            conditions << "\"" + column + "\" = '" + (values.hasNext() ? values.next().captured(1) : QString()) + "'";
-        return "DELETE FROM \"" + table->name + "\" WHERE " + conditions.join(" AND ");
-    }
-
     QString main_;
-    std::map<QString, std::unique_ptr<BareStore>> stores_;
+    std::map<QString, std::unique_ptr<BareEngine>> stores_;
 };
 
 /// The client and the engine doing the same in turns, in milliseconds.
@@ -142,20 +102,20 @@ struct Pair {
 class Session {
   public:
     /// `main` is for looks at what was stored.
-    Session(DrivenHost& host, const Reporter& who, BareStores& bare, store::Connection& main)
-        : host_(host), who_(who), bare_(bare), main_(main) {}
+    Session(DrivenHost& host, const Reporter& who, BareStores& bare, store::Connection& main, const Effort& effort)
+        : host_(host), who_(who), bare_(bare), main_(main), effort_(effort) {}
 
     /// The whole of it, from the ready screen on.
     void Play() {
         host_.ProcessEvents();
         start = StatementTrace::End();
         form_ = host_.Front();
-        for (int slot = 0; slot < kSlots && problem.isEmpty(); ++slot)
+        for (int slot = 0; slot < effort_.slotCount && problem.isEmpty(); ++slot)
             Save(slot);
         // A saved slot leaves the screen without a staff member.
         Type("担当者コード", who_.staff);
         screen::UserFocus(form_->At("相手先略称"));
-        for (int slot = kSlots - 2; slot >= 0 && problem.isEmpty(); --slot)
+        for (int slot = effort_.slotCount - 2; slot >= 0 && problem.isEmpty(); --slot)
             Load(slot);
         if (problem.isEmpty()) Wait();
         atEnd = ResidentMegabytes();
@@ -229,7 +189,7 @@ class Session {
                 before = CpuMilliseconds();
                 StatementTrace::Begin();
             }
-            if (wall.elapsed() < kWaitMilliseconds) return;
+            if (wall.elapsed() < effort_.waitMilliseconds) return;
             waitShare = (CpuMilliseconds() - before) / double(wall.elapsed());
             look = StatementTrace::End();
             host_.EndProgram();
@@ -243,20 +203,21 @@ class Session {
     const Reporter& who_;
     BareStores& bare_;
     store::Connection& main_;
+    const Effort& effort_;
     screen::Form* form_ = nullptr;
     QElapsedTimer clock_;
 };
 
 /// The same looks by the bare engine, each on a store opened for it, as a client's is.
-double BareWaitShare(const std::vector<Traced>& looks) {
+double BareWaitShare(const std::vector<Traced>& looks, int milliseconds) {
     const auto look = std::find_if(looks.begin(), looks.end(),
                                    [](const Traced& one) { return one.sql.contains("プログラム連携情報"); });
     if (look == looks.end()) return 0;
     QElapsedTimer wall;
     wall.start();
     const double before = CpuMilliseconds();
-    while (wall.elapsed() < kWaitMilliseconds) {
-        if (const auto engine = BareStore::Open(look->store)) engine->Step(look->sql);
+    while (wall.elapsed() < milliseconds) {
+        if (const auto engine = BareEngine::Open(look->store, BareEngine::Use::Writing)) engine->Step(look->sql);
         QThread::msleep(kPaceMilliseconds);
     }
     return (CpuMilliseconds() - before) / double(wall.elapsed());
@@ -283,32 +244,38 @@ QByteArray AsJson(const std::vector<Traced>& statements) {
     return QJsonDocument(list).toJson();
 }
 
-bool PrintStarts(const QString& root, const Reporter& who, const std::vector<Traced>& statements, QTextStream& out) {
+Row PairRow(const QString& what, std::size_t statements, const std::vector<double>& engine,
+            const std::vector<double>& client) {
+    return {{what}, {double(statements), Median(engine), Median(client)}};
+}
+
+// False when a process doesn't come up.
+bool TimeStarts(const QString& root, const Reporter& who, const std::vector<Traced>& statements, const Effort& effort,
+                Table& table) {
     QTemporaryFile list;
     if (!list.open() || list.write(AsJson(statements)) < 0 || !list.flush()) return false;
     std::vector<double> client, bare, clientMemory, bareMemory;
-    for (int start = 0; start < kStarts; ++start) {
+    for (int start = 0; start < effort.starts; ++start) {
         const auto [bareTime, bareMegabytes] = StartProcess({"start-bare", list.fileName()});
         const auto [time, megabytes] = StartProcess({"start-client", root, who.login, who.now.toString(Qt::ISODate)});
-        if (time < 0 || bareTime < 0) {
-            out << "A process doesn't come up.\n";
-            return false;
-        }
+        if (time < 0 || bareTime < 0) return false;
         client.push_back(time);
         bare.push_back(bareTime);
         clientMemory.push_back(megabytes);
         bareMemory.push_back(bareMegabytes);
     }
-    out << Padded("start to ready screen, ms", 34) << QString::number(statements.size()).rightJustified(11)
-        << Cell(Median(bare)) << Cell(Median(client)) << '\n'
-        << Padded("memory then, MB", 34) << QString().rightJustified(11) << Cell(Median(bareMemory))
-        << Cell(Median(clientMemory)) << '\n';
+    table.rows.push_back(PairRow("start to ready screen, ms", statements.size(), bare, client));
+    table.rows.push_back({{"memory on the ready screen, MB"}, {kNone, Median(bareMemory), Median(clientMemory)}});
     return true;
 }
 
-void PrintPair(const QString& what, const Pair& pair, QTextStream& out) {
-    out << Padded(what, 34) << QString::number(pair.statements).rightJustified(11) << Cell(Median(pair.engine))
-        << Cell(Median(pair.client)) << '\n';
+void AddSession(const Session& session, const Effort& effort, Table& table) {
+    for (const auto& [what, pair] :
+         {std::pair("a slot saved, ms", session.saves), std::pair("a slot loaded, ms", session.loads)})
+        table.rows.push_back(PairRow(what, pair.statements, pair.engine, pair.client));
+    table.rows.push_back(
+        {{kWaitShare}, {1, BareWaitShare(session.look, effort.waitMilliseconds) * 100, session.waitShare * 100}});
+    table.rows.push_back({{"memory after all that, MB"}, {kNone, kNone, session.atEnd}});
 }
 
 void TellReady() {
@@ -317,38 +284,34 @@ void TellReady() {
 
 }  // namespace
 
-bool RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, QTextStream& out) {
+Results RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, const Effort& effort) {
+    Results results;
     const auto who = FindReporter(tree);
     const setup::OpenTree open = setup::OpenStores(tree);
     const QString place = MainPlace(tree, admin);
+    StatementTrace::Watch(place);
     BareStores bare(place, tree.ConfigStore());
     if (!who || !open.main || !bare.Good()) {
-        out << "The stores can't be used, or nobody has a login: " << tree.root << '\n';
-        return false;
+        results.faults << "The stores can't be used, or nobody has a login: " + tree.root;
+        return results;
     }
     bare.Forget(*who);
-    StatementTrace::Watch(place);
     DrivenHost host;
-    Session session(host, *who, bare, *open.main);
+    Session session(host, *who, bare, *open.main, effort);
     host.onWait = [&session] { session.Play(); };
     StatementTrace::Begin();
     RunClient(host, tree.root, who->now, who->login);
     if (session.problem.isEmpty()) session.problem = host.Problem();
-    if (session.problem.isEmpty()) {
-        out << Padded("", 34) << " statements     bare   client\n";
-        if (!PrintStarts(tree.root, *who, session.start, out)) session.problem = "The start can't be timed.";
-    }
+    Table table{table::kClient, {"What"}, {"Statements", kEngine, kProgram}, {}};
+    if (session.problem.isEmpty() && !TimeStarts(tree.root, *who, session.start, effort, table))
+        session.problem = "A process doesn't come up.";
     bare.Forget(*who);
-    if (!session.problem.isEmpty()) {
-        out << session.problem << '\n';
-        return false;
-    }
-    PrintPair("a slot saved, ms", session.saves, out);
-    PrintPair("a slot loaded, ms", session.loads, out);
-    out << Padded("wait for a program, % of a core", 34) << QString("1").rightJustified(11)
-        << Cell(BareWaitShare(session.look) * 100) << Cell(session.waitShare * 100) << '\n'
-        << Padded("memory after all that, MB", 34) << QString().rightJustified(20) << Cell(session.atEnd) << '\n';
-    return true;
+    if (session.problem.isEmpty())
+        AddSession(session, effort, table);
+    else
+        results.faults << session.problem;
+    results.Add(std::move(table));
+    return results;
 }
 
 int StartClientOnce(const QString& root, const QString& login, const QString& now) {
@@ -370,11 +333,11 @@ int StartBareOnce(const QString& statements) {
     QWidget window;
     window.resize(1000, 720);
     window.show();
-    std::map<QString, std::unique_ptr<BareStore>> stores;
+    std::map<QString, std::unique_ptr<BareEngine>> stores;
     for (const QJsonValue& statement : QJsonDocument::fromJson(list.readAll()).array()) {
         auto& store = stores[statement[0].toString()];
-        if (!store) store = BareStore::Open(statement[0].toString());
-        if (!store || !store->Step(statement[1].toString())) return 1;
+        if (!store) store = BareEngine::Open(statement[0].toString(), BareEngine::Use::Writing);
+        if (!store || store->Step(statement[1].toString()) < 0) return 1;
     }
     QApplication::processEvents();
     TellReady();

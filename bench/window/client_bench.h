@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QTextStream>
-
+#include "bench/results.h"
+#include "bench/stopwatch.h"
 #include "setup/tree.h"
 
 namespace bench {
@@ -10,8 +10,7 @@ namespace bench {
 /// the save and the load of a slot by real gestures, its wait for another program, and its memory. Beside each stands
 /// the bare engine with the same statements; beside the start a process that only shows an empty window and runs them.
 /// `admin` of a server may take back what the client wrote, so that the engine can write it anew.
-/// Prints tables to `out`; false with words there when something doesn't work.
-bool RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, QTextStream& out);
+Results RunClientBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, const Effort& effort);
 
 /// A process of its own: the client up to its ready screen, at the moment `now` (ISO form). Writes "ready" and its
 /// megabytes to standard output.

@@ -9,6 +9,7 @@
 #include "screen/user_input.h"
 #include "session/run/modules.h"
 #include "session/schema.h"
+#include "setup/tree.h"
 
 namespace bench {
 
@@ -36,14 +37,14 @@ std::vector<TypedNumbers> NumbersToType(store::Connection& store, int count) {
         const auto first = store.Query(QString("SELECT T%1.* FROM T%1 INNER JOIN T営業活動明細 ON T営業活動明細.%1No = "
                                                "T%1.%1No AND T営業活動明細.%1事業所コード = T%1.事業所コード AND "
                                                "T営業活動明細.%1番号基準日付 = T%1.番号基準日付 WHERE T%1.%1No > '%2'")
-                                           .arg(kind, "00000500"),
+                                           .arg(kind, "00000100"),
                                        fault, 1);
         if (!first || first->Eof()) continue;
         const auto value = [&first](const QString& column) { return first->Value(column).value_or(QString()); };
         TypedNumbers numbers{kind, value("事業所コード"), QDate::fromString(value(kind + "日付"), "yyyyMMdd"), {}};
         const auto rows = store.Query(
             QString("SELECT DISTINCT %1No FROM T営業活動明細 WHERE %1事業所コード = '%2' AND %1番号基準日付 "
-                    "= '%3' AND %1No > '00000500' ORDER BY %1No")
+                    "= '%3' AND %1No > '00000100' ORDER BY %1No")
                 .arg(kind, numbers.site, value("番号基準日付")),
             fault, count);
         for (; rows && !rows->Eof(); rows->MoveNext())
@@ -55,18 +56,17 @@ std::vector<TypedNumbers> NumbersToType(store::Connection& store, int count) {
 
 Desk::Desk(const QString& root, const QDateTime& now) : furniture_(std::make_unique<Furniture>(now)) {
     Furniture& desk = *furniture_;
-    store::Fault fault;
-    auto opened = store::OpenConnection(QStringLiteral("Provider=SQLite;Data Source=data/gnrdb.accdb;"), root, fault);
-    if (!opened) {
-        desk.problem = fault.description;
+    setup::OpenTree opened = setup::OpenStores({root});
+    if (!opened.main) {
+        desk.problem = opened.problem;
         return;
     }
-    auto recording = std::make_unique<RecordingConnection>(std::move(opened));
+    auto recording = std::make_unique<RecordingConnection>(std::move(opened.main));
     desk.connection = recording.get();
     session::SessionContext& session = desk.modules.context;
     session.MainConnection = std::move(recording);
     session.MainConnectionOpen = true;
-    session.DbKind = QStringLiteral("A");
+    session.DbKind = opened.dbKind;
     session.SiteCode = session.OperatingSiteCode = QStringLiteral("000");
     session.RunningStaffCode = session.RunningStaffName = kViewer;
     session.NewSlotMode = true;

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QTextStream>
-
+#include "bench/results.h"
+#include "bench/stopwatch.h"
 #include "setup/tree.h"
 
 namespace bench {
 
 /// Times what has to do with sales documents on an installation: a typed number up to the painted slot, the opening of
-/// each number list, the searches of these and of the lists of used names, and what the indexes cost. Every time stands
-/// beside the bare engine's for the same statements. Prints tables to `out`; false with words there when the store
-/// can't be used, two ways found different rows, or a time is over its limit.
-bool RunDocumentBench(const setup::Tree& tree, QTextStream& out);
+/// each number list, the searches of these and of the lists of used names. `admin` of a server may take back what was
+/// written, so that the engine can write it anew.
+Results RunDocumentBench(const setup::Tree& tree, const std::optional<setup::ServerAdmin>& admin, const Effort& effort);
 
 }  // namespace bench

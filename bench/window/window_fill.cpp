@@ -6,6 +6,7 @@
 #include "desktop/window_host.h"
 #include "lists/list_window.h"
 #include "screen/user_input.h"
+#include "setup/tree.h"
 
 namespace bench {
 
@@ -22,7 +23,7 @@ struct WindowFill::Stage {
     platform::FixedClock clock;
     lists::ListWindows windows{{session, data, host, pick, mainForm, clock}};
     RecordingConnection* connection = nullptr;
-    const ListCase* shown = nullptr;
+    std::optional<ListCase> shown;
 
     void HideShown();
     void Prepare(const ListCase& search);
@@ -31,13 +32,12 @@ struct WindowFill::Stage {
 
 WindowFill::WindowFill(const QString& root, const QDateTime& now) : stage_(std::make_unique<Stage>(now)) {
     Stage& stage = *stage_;
-    store::Fault fault;
-    auto opened = store::OpenConnection(QStringLiteral("Provider=SQLite;Data Source=data/gnrdb.accdb;"), root, fault);
-    if (!opened) return;
-    auto recording = std::make_unique<RecordingConnection>(std::move(opened));
+    setup::OpenTree opened = setup::OpenStores({root});
+    if (!opened.main) return;
+    auto recording = std::make_unique<RecordingConnection>(std::move(opened.main));
     stage.connection = recording.get();
     stage.session.MainConnection = std::move(recording);
-    stage.session.DbKind = QStringLiteral("A");
+    stage.session.DbKind = opened.dbKind;
     stage.session.SiteCode = stage.session.OperatingSiteCode = QStringLiteral("000");
     stage.pick.ReturnFocusControl =
         &stage.mainForm.Add(screen::ControlKind::EntryField, QStringLiteral("相手先コード"));
@@ -50,41 +50,50 @@ void WindowFill::Stage::Enter(lists::ListWindow& window, const ListCase& search)
     screen::Form& form = window.Form();
     for (const lists::SearchItem& item : search.list->items) {
         screen::Control& entry = form.At(item.name);
-        entry.SetText(search.values.items.value(item.name));
+        entry.SetText(search.items.value(item.name));
         if (entry.onLostFocus) entry.onLostFocus();
     }
     for (const lists::Classification& item : search.list->classifications)
-        form.At(item.item).SetValue(search.values.classIndex.value(item.item));
+        if (search.classIndex.contains(item.item)) form.At(item.item).SetValue(search.classIndex.value(item.item));
     if (search.period >= 0) screen::UserClick(form.At(QStringLiteral("opb_期間"), search.period));
 }
 
 void WindowFill::Stage::HideShown() {
     if (shown) host.Hide(windows.Find(shown->list->name)->Form());
-    shown = nullptr;
+    shown.reset();
 }
 
 void WindowFill::Stage::Prepare(const ListCase& search) {
-    if (shown == &search) return;
+    if (shown && shown->list == search.list && shown->what == search.what) return;
     lists::ListWindow* window = windows.Find(search.list->name);
     if (shown && shown->list != search.list) HideShown();
     if (!window->Form().Loaded()) host.Show(window->Form());
-    shown = &search;
+    shown = search;
     // A cleared window forgets telephone and postcode, which keep what they had when they are emptied.
-    window->Form().At(QStringLiteral("btn_画面クリア")).onClick();
+    if (search.list->canClear) window->Form().At(QStringLiteral("btn_画面クリア")).onClick();
     Enter(*window, search);
     // A clear also drops what the caller asked for.
-    pick.ListCondition = search.values.condition;
+    pick.ListCondition = search.condition;
     host.ProcessEvents();
 }
+
+namespace {
+
+QString ButtonOf(const ListCase& search) {
+    for (const lists::SearchItem& item : search.list->items)
+        if (item.mode > 0 && item.mode == search.mode) return item.button;
+    if (search.mode < 0) return QStringLiteral("btn_否定検索");
+    // Where there is nothing to search by, clearing fills the list anew.
+    return search.list->searchCaption.isEmpty() ? QStringLiteral("btn_画面クリア") : QStringLiteral("btn_複合検索");
+}
+
+}  // namespace
 
 int WindowFill::operator()(const ListCase& search) {
     if (!stage_->session.MainConnection) return -1;
     stage_->Prepare(search);
     screen::Form& form = stage_->windows.Find(search.list->name)->Form();
-    QString button = search.mode == -1 ? QStringLiteral("btn_否定検索") : QStringLiteral("btn_複合検索");
-    for (const lists::SearchItem& item : search.list->items)
-        if (item.mode > 0 && item.mode == search.mode) button = item.button;
-    form.At(button).onClick();
+    form.At(ButtonOf(search)).onClick();
     stage_->host.ProcessEvents();
     return static_cast<int>(form.At(search.list->list).Rows().size());
 }
@@ -107,15 +116,24 @@ void WindowFill::Close(const Opening& opening) {
     stage_->session.SiteCode = stage_->session.OperatingSiteCode;
 }
 
+std::vector<Recorded> WindowFill::StatementsOf(const ListCase& search) {
+    if (!stage_->connection) return {};
+    // What leads to the search isn't part of it.
+    stage_->Prepare(search);
+    stage_->connection->Begin();
+    (*this)(search);
+    stage_->connection->recording = false;
+    return stage_->connection->engineGiven;
+}
+
 std::vector<Recorded> WindowFill::StatementsOf(const Opening& opening) {
     if (!stage_->connection) return {};
     Close(opening);
-    stage_->connection->recorded.clear();
-    stage_->connection->recording = true;
+    stage_->connection->Begin();
     Open(opening);
     stage_->connection->recording = false;
     Close(opening);
-    return stage_->connection->recorded;
+    return stage_->connection->engineGiven;
 }
 
 double ResidentMegabytes() {

@@ -27,7 +27,8 @@ class WindowFill {
     /// Closes it again, as going back does.
     void Close(const Opening& opening);
 
-    /// The statements of an opening.
+    /// What the engine gets at a search or an opening, which are carried out for it. StatementTrace has to watch.
+    std::vector<Recorded> StatementsOf(const ListCase& search);
     std::vector<Recorded> StatementsOf(const Opening& opening);
 
   private:
