@@ -1,10 +1,12 @@
 #include "store/postgres_connection.h"
 
+#include <QRegularExpression>
 #include <QSqlRecord>
 #include <QVariant>
 #include <algorithm>
 
 #include "store/postgres_dialect.h"
+#include "store/postgres_search.h"
 
 namespace store {
 namespace {
@@ -17,10 +19,23 @@ constexpr int kImpatientConnectSeconds = 2;  // the least that the driver takes
 const QString kLockNotAvailable = QStringLiteral("55P03");
 
 // A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
-// which it would rather do than look them up in the index.
+// which it would rather do than look them up in the index. Helpers for one statement take longer to start than a list
+// may take, and code that is made for one statement as well.
+const QString kSettings =
+    QStringLiteral("SET enable_seqscan = off; SET max_parallel_workers_per_gather = 0; SET jit = off");
+
 std::unique_ptr<PostgresLink> Connect(const PostgresLogin& login, int patience, int seconds, Fault& fault) {
     auto link = PostgresLink::Open(login, {patience, kLongestStatement}, fault, seconds);
-    return link && link->Run(QStringLiteral("SET enable_seqscan = off"), fault) ? std::move(link) : nullptr;
+    return link && link->Run(kSettings, fault) ? std::move(link) : nullptr;
+}
+
+// How many rows a SELECT gives, as the engine guesses before it looks.
+std::optional<double> GuessRows(const PostgresLink& link, const QString& select, Fault& fault) {
+    static const QRegularExpression rows(QStringLiteral("rows=(\\d+)"));
+    QSqlQuery query = link.NewQuery();
+    if (!PostgresLink::Start(query, QStringLiteral("EXPLAIN ") + select, fault)) return std::nullopt;
+    const auto match = rows.match(query.next() ? query.value(0).toString() : QString());
+    return match.hasMatch() ? match.captured(1).toDouble() : 0;
 }
 
 class PostgresConnection : public Connection {
@@ -29,12 +44,13 @@ class PostgresConnection : public Connection {
         : login_(std::move(login)), link_(std::move(link)), patience_(patience) {}
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
-        const auto written = Prepare(sql, fault);
+        auto written = Prepare(sql, fault);
         if (!written) return nullptr;
-        QSqlQuery query = link_->NewQuery();
         std::unique_ptr<Recordset> rows;
-        if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
-        query = QSqlQuery();
+        if (ChooseWay(sql, *written, fault)) {
+            QSqlQuery query = link_->NewQuery();
+            if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
+        }
         Learn(rows != nullptr, fault);
         return rows;
     }
@@ -63,10 +79,28 @@ class PostgresConnection : public Connection {
         return written && (link_ || Reopen(fault)) ? written : std::nullopt;
     }
 
+    // Writes a search anew with what the database has for it. Returns false on a fault, and not because of a search
+    // that can't be written so.
+    bool ChooseWay(const QString& sql, QString& written, Fault& fault) {
+        if (!sql.contains(QLatin1String("LIKE"), Qt::CaseInsensitive)) return true;
+        if (!searchTables_) {
+            QSqlQuery query = link_->NewQuery();
+            if (!PostgresLink::Start(query, AskForSearchTables(), fault)) return false;
+            searchTables_ = TakeSearchTables(query);
+        }
+        if (searchTables_->empty()) return true;
+        const auto ways = WaysOf(sql, *searchTables_);
+        const auto way = ways ? Quickest(*ways, [&](const QString& select) { return GuessRows(*link_, select, fault); })
+                              : ToPostgres(sql, *searchTables_, fault);
+        if (way) written = *way;
+        return way.has_value();
+    }
+
     // Who waited for the server in vain once shall not wait as long before every further statement.
     bool Reopen(Fault& fault) {
         link_ = Connect(login_, patience_, reachable_ ? kConnectSeconds : kImpatientConnectSeconds, fault);
         reachable_ = link_ != nullptr;
+        searchTables_.reset();
         patient_ = true;
         return reachable_;
     }
@@ -85,22 +119,33 @@ class PostgresConnection : public Connection {
     }
 
     static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows) {
-        QStringList columns;
         const QSqlRecord record = query.record();
-        for (int i = 0; i < record.count(); ++i)
+        QStringList columns;
+        std::vector<int> places;
+        for (int i = 0; i < record.count(); ++i) {
+            if (IsFolded(record, i)) continue;
             columns.append(record.fieldName(i));
+            places.push_back(i);
+        }
         std::vector<Recordset::Row> rows;
         while (static_cast<int>(rows.size()) < mostRows && query.next()) {
             Recordset::Row& row = rows.emplace_back();
-            for (int i = 0; i < record.count(); ++i)
+            for (const int i : places)
                 row.push_back(query.isNull(i) ? std::nullopt : std::optional(query.value(i).toString()));
         }
         return std::make_unique<Recordset>(std::move(columns), std::move(rows));
     }
 
+    // A "*" gives the folded texts as well, which are the engine's own affair.
+    static bool IsFolded(const QSqlRecord& record, int column) {
+        const QString head = FoldedColumn({}), name = record.fieldName(column);
+        return name.startsWith(head) && record.contains(name.mid(head.size()));
+    }
+
     PostgresLogin login_;
-    std::unique_ptr<PostgresLink> link_;  // null when it was lost
-    int patience_;                        // milliseconds
+    std::unique_ptr<PostgresLink> link_;        // null when it was lost
+    std::optional<SearchTables> searchTables_;  // of the link's database, once a search asked
+    int patience_;                              // milliseconds
     bool patient_ = true;
     bool reachable_ = true;
     bool closed_ = false;
