@@ -9,8 +9,12 @@ namespace {
 
 using store::QuotedForPostgres;
 
-// What stands behind these in an index of a file is there to be read from it; here the rows themselves are.
+// What stands behind these in an index of a file is there to be read from it. Here only an index along which a search
+// walks has more; otherwise the rows themselves are read.
 constexpr qsizetype kOrderColumns = 2;
+
+// How finely the engine knows what the searched texts hold: by that it is told whether many rows have a text or few.
+constexpr int kStatistics = 500;
 
 // Nulls come first in every order of the program, so an index serves it only with them at that end. That is also why
 // the key is an index and no constraint: a constraint's index has them last.
@@ -35,10 +39,31 @@ QStringList SearchedColumns(const Table& table) {
         {"T営業受注", {"得意先名称A", "得意先名称B", "納品先名称A", "納品先名称B"}}};
     if (documents.contains(table.name)) return documents.value(table.name);
     const QStringList columns = table.ColumnNames();
-    if (columns.contains("取引状況区分"))
-        return {"名称A", "名称B", "略称", "カナ", "住所A", "住所B", "住所C", "郵便番号", "電話番号"};
-    if (table.name.endsWith("御担当者")) return {"電話番号"};
-    return {};
+    return FoldedColumns(table);
+}
+
+// "CREATE INDEX" for the n-th further index of a table of those that are named alike.
+QString CreateIndex(const Table& table, const QString& name, const QStringList& order, const QStringList& further) {
+    QString statement = QString("CREATE INDEX %1 ON %2 (%3)")
+                            .arg(QuotedForPostgres(table.name + name), QuotedForPostgres(table.name), Ordered(order));
+    QStringList written;
+    for (const QString& column : further)
+        written << QuotedForPostgres(column);
+    return further.isEmpty() ? statement : statement + " INCLUDE (" + written.join(", ") + ")";
+}
+
+// An index in the order of its first column from which a search reads all that it looks at: the texts as they are
+// folded, the columns of the filters, and the key of the row.
+QString CreateWalk(const Table& table, const QStringList& index, qsizetype number) {
+    const QStringList folded = FoldedColumns(table);
+    QStringList further;
+    const bool oneKey = table.key.size() == 1;
+    for (const QString& column : oneKey ? table.key + index : index)
+        if (folded.contains(column))
+            further << store::FoldedColumn(column);
+        else if (column != index.front() && !further.contains(column))
+            further << column;
+    return CreateIndex(table, QString("_walk%1").arg(number), {index.front()}, further);
 }
 
 QStringList WritesOf(const QString& table) {
@@ -56,13 +81,29 @@ QStringList WritesOf(const QString& table) {
 
 }  // namespace
 
+QStringList FoldedColumns(const Table& table) {
+    const QStringList columns = table.ColumnNames();
+    if (columns.contains("取引状況区分"))
+        return {"名称A", "名称B", "略称", "カナ", "住所A", "住所B", "住所C", "郵便番号", "電話番号"};
+    if (table.name.endsWith("御担当者")) return {"電話番号"};
+    return {};
+}
+
 QStringList ServerTableStatements(const Table& table) {
     QStringList columns;
     for (const Column& column : table.columns)
         columns << QuotedForPostgres(column.name) + (column.integer ? " integer" : " text") +
                        (table.key.contains(column.name) ? " NOT NULL" : "");
     const QString name = QuotedForPostgres(table.name);
+    QStringList finer;
+    for (const QString& column : FoldedColumns(table)) {
+        const QString folded = QuotedForPostgres(store::FoldedColumn(column));
+        columns
+            << QString("%1 text GENERATED ALWAYS AS (katsudo_fold(%2)) STORED").arg(folded, QuotedForPostgres(column));
+        finer << QString("ALTER TABLE %1 ALTER COLUMN %2 SET STATISTICS %3").arg(name, folded).arg(kStatistics);
+    }
     QStringList statements = {QString("CREATE TABLE %1 (%2)").arg(name, columns.join(", "))};
+    statements += finer;
     if (!table.key.isEmpty())
         statements << QString("CREATE UNIQUE INDEX %1 ON %2 (%3)")
                           .arg(QuotedForPostgres(table.name + "_key"), name, Ordered(table.key));
@@ -71,18 +112,22 @@ QStringList ServerTableStatements(const Table& table) {
 
 QStringList ServerIndexStatements(const Table& table) {
     const QString name = QuotedForPostgres(table.name);
+    const bool walked = !FoldedColumns(table).isEmpty();
     QList<QStringList> made = {table.key};
     QStringList statements;
     for (const QStringList& index : table.indexes) {
         const QStringList columns = index.mid(0, kOrderColumns);
+        if (walked && (index.size() > kOrderColumns || FoldedColumns(table).contains(index.back())) &&
+            index.mid(0, 1) != table.key) {
+            statements << CreateWalk(table, index, statements.size() + 1);
+            continue;
+        }
         const bool known = std::any_of(made.begin(), made.end(), [&](const QStringList& other) {
             return Covers(other, columns) || (!table.key.isEmpty() && Covers(columns, table.key));
         });
         if (known) continue;
         made << columns;
-        statements << QString("CREATE INDEX %1 ON %2 (%3)")
-                          .arg(QuotedForPostgres(QString("%1_order%2").arg(table.name).arg(made.size() - 1)), name,
-                               Ordered(columns));
+        statements << CreateIndex(table, QString("_order%1").arg(made.size() - 1), columns, {});
     }
     QStringList pieces;
     for (const QString& column : SearchedColumns(table))
@@ -95,6 +140,18 @@ QStringList ServerIndexStatements(const Table& table) {
 
 QStringList ClientRights(const Table& table) {
     return QStringList{"SELECT"} + WritesOf(table.name);
+}
+
+QStringList ServerStatisticsStatements() {
+    QStringList statements;
+    // The folded texts tell how frequent a text is. Cutting each row of a finer sample into pieces would cost minutes.
+    for (const Table& table : MainTables())
+        for (qsizetype i = 0; i < FoldedColumns(table).size(); ++i)
+            statements << QString("ALTER INDEX %1 ALTER COLUMN %2 SET STATISTICS 0")
+                              .arg(QuotedForPostgres(table.name + "_search"))
+                              .arg(i + 1);
+    // An index is read alone only where the engine knows that all rows of a page are there for everybody.
+    return statements << "VACUUM ANALYZE";
 }
 
 QStringList ServerRightsStatements(const Table& table, const QString& role) {

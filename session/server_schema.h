@@ -5,11 +5,19 @@
 // The tables of the main database as a PostgreSQL server holds them, in its own SQL.
 namespace session {
 
+/// Columns of which the table holds a folded copy beside them (store::FoldedColumn), which the engine keeps up to date
+/// by itself: a search then compares without folding. They are in no description of the table.
+QStringList FoldedColumns(const Table& table);
+
 /// The table, with its key. Columns of the key refuse Null; all others take it.
 QStringList ServerTableStatements(const Table& table);
 
-/// Its further indexes: the orders in which lists show it, and one that finds a piece of a text however it is written.
+/// Its further indexes: the orders in which lists show it, those of a searched column with all that the search looks at
+/// ("…_walk1"), and one that finds a piece of a text however it is written.
 QStringList ServerIndexStatements(const Table& table);
+
+/// What has the engine know the filled and indexed tables. Outside of a transaction.
+QStringList ServerStatisticsStatements();
 
 /// What the client's role must be allowed to do with the table: read it, and write it where its own statements do.
 QStringList ClientRights(const Table& table);

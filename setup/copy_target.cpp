@@ -41,9 +41,11 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
     if (!file.isEmpty()) {
         target->writer_ = store::BulkWriter::Open(file, fault, store::BulkWriter::CutShort::Committed);
         target->indexes_ = session::CreateIndexStatements;
+        target->last_ = {"ANALYZE"};
     } else if (provider.compare("PostgreSQL", Qt::CaseInsensitive) == 0) {
         target->writer_ = store::BulkWriter::Open(ServerLogin(tree, target->Config(), admin), fault);
         target->indexes_ = session::ServerIndexStatements;
+        target->last_ = session::ServerStatisticsStatements();
     } else {
         return target;
     }
@@ -81,7 +83,10 @@ bool CopyTarget::MakeIndexes(QString& problem) {
     for (const session::Table& table : session::MainTables())
         for (const QString& statement : indexes_(table))
             if (!Run(QString(statement).replace(0, 12, "CREATE INDEX IF NOT EXISTS"), problem)) return false;
-    return Commit(problem) && Run("ANALYZE", problem);
+    bool done = Commit(problem);
+    for (const QString& statement : last_)
+        done = done && Run(statement, problem);
+    return done;
 }
 
 }  // namespace setup

@@ -36,6 +36,7 @@ class CopyTarget {
     OpenTree open_;
     std::unique_ptr<store::BulkWriter> writer_;  // null for an engine without one
     Statements indexes_ = nullptr;
+    QStringList last_;  // statements when all indexes are there
 };
 
 }  // namespace setup

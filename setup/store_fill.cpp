@@ -65,7 +65,8 @@ StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tab
     : path_(path),
       tables_(tables),
       tableStatements_([](const session::Table& table) { return QStringList(session::CreateTableStatement(table)); }),
-      indexStatements_(session::CreateIndexStatements) {
+      indexStatements_(session::CreateIndexStatements),
+      lastStatements_("ANALYZE") {
     if (QFile::exists(path) && !QFile::remove(path)) {
         problem_ = path + " can't be replaced.";
         return;
@@ -85,6 +86,7 @@ StoreFill::StoreFill(std::unique_ptr<store::BulkWriter> server, const QString& n
       tables_(tables),
       tableStatements_(session::ServerTableStatements),
       indexStatements_(session::ServerIndexStatements),
+      lastStatements_(session::ServerStatisticsStatements()),
       writer_(std::move(server)) {
     Run(QString("COMMENT ON SCHEMA public IS 'katsudo-techo %1'").arg(session::kSchemaVersion));
     for (const QString& function : store::FoldFunctions())
@@ -114,7 +116,8 @@ QString StoreFill::Finish() {
     for (const session::Table& table : tables_)
         for (const QString& statement : indexStatements_(table))
             Run(statement);
-    Run("ANALYZE");
+    for (const QString& statement : lastStatements_)
+        Run(statement);
     sinks_.clear();
     writer_.reset();
     return problem_;

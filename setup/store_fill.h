@@ -70,6 +70,7 @@ class StoreFill {
     /// The engine's own statements for a table, and for its further indexes.
     std::function<QStringList(const session::Table&)> tableStatements_;
     std::function<QStringList(const session::Table&)> indexStatements_;
+    QStringList lastStatements_;  // when all is there
     std::unique_ptr<store::BulkWriter> writer_;
     std::map<QString, std::unique_ptr<RowSink>> sinks_;
     int uncommitted_ = 0;

@@ -215,16 +215,37 @@ std::optional<std::string> LikePattern::Folded() const {
     return text;
 }
 
+bool LikePattern::IsPlain(std::size_t i) const {
+    return i < pattern_.size() && pattern_[i] != kAnyLetters && pattern_[i] != kOneLetter;
+}
+
+std::string LikePattern::PieceAt(std::size_t i, std::size_t length) const {
+    std::string piece;
+    for (std::size_t end = i + length; i < end; ++i)
+        Encode(pattern_[i], piece);
+    return piece;
+}
+
 std::vector<std::string> LikePattern::Pieces() const {
     std::vector<std::string> pieces;
-    const auto plain = [this](std::size_t i) {
-        return i < pattern_.size() && pattern_[i] != kAnyLetters && pattern_[i] != kOneLetter;
-    };
     for (std::size_t i = 0; i < pattern_.size(); ++i) {
-        const bool lone = !plain(i + 1) && (i == 0 || !plain(i - 1));
-        if (!plain(i) || (!plain(i + 1) && !lone)) continue;
-        Encode(pattern_[i], pieces.emplace_back());
-        if (!lone) Encode(pattern_[i + 1], pieces.back());
+        const bool lone = !IsPlain(i + 1) && (i == 0 || !IsPlain(i - 1));
+        if (IsPlain(i) && (IsPlain(i + 1) || lone)) pieces.push_back(PieceAt(i, lone ? 1 : 2));
+    }
+    return pieces;
+}
+
+std::vector<std::string> LikePattern::FewestPieces() const {
+    std::vector<std::string> pieces;
+    for (std::size_t i = 0; i < pattern_.size(); ++i) {
+        if (!IsPlain(i)) continue;
+        std::size_t end = i;
+        while (IsPlain(end))
+            ++end;
+        if (end - i == 1) pieces.push_back(PieceAt(i, 1));
+        for (; end - i > 1; i += end - i == 3 ? 1 : 2)
+            pieces.push_back(PieceAt(i, 2));
+        i = end;
     }
     return pieces;
 }

@@ -37,8 +37,13 @@ class LikePattern {
     /// it, and each letter alone that has a wildcard on both sides. Empty for wildcards alone.
     std::vector<std::string> Pieces() const;
 
+    /// The fewest of Pieces() that hold each of its letters: what is looked up is less, what is found hardly more.
+    std::vector<std::string> FewestPieces() const;
+
   private:
     bool MatchesLetters() const;
+    bool IsPlain(std::size_t i) const;
+    std::string PieceAt(std::size_t i, std::size_t length) const;
 
     bool dangling_ = false;  // ends in the escape character
     std::vector<Letter> pattern_;

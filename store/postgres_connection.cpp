@@ -1,11 +1,13 @@
 #include "store/postgres_connection.h"
 
+#include <QRegularExpression>
 #include <QSqlRecord>
 #include <QVariant>
 #include <algorithm>
 
 #include "store/patience.h"
 #include "store/postgres_dialect.h"
+#include "store/postgres_search.h"
 
 namespace store {
 namespace {
@@ -19,18 +21,28 @@ std::unique_ptr<PostgresLink> Connect(const PostgresLogin& login, int patience, 
     return link && link->Run(PostgresClientSettings(patience), fault) ? std::move(link) : nullptr;
 }
 
+// How many rows a SELECT gives, as the engine guesses before it looks.
+std::optional<double> GuessRows(const PostgresLink& link, const QString& select, Fault& fault) {
+    static const QRegularExpression rows(QStringLiteral("rows=(\\d+)"));
+    QSqlQuery query = link.NewQuery();
+    if (!PostgresLink::Start(query, QStringLiteral("EXPLAIN ") + select, fault)) return std::nullopt;
+    const auto match = rows.match(query.next() ? query.value(0).toString() : QString());
+    return match.hasMatch() ? match.captured(1).toDouble() : 0;
+}
+
 class PostgresConnection : public Connection {
   public:
     PostgresConnection(PostgresLogin login, std::unique_ptr<PostgresLink> link, int patience)
         : login_(std::move(login)), link_(std::move(link)), patience_(patience) {}
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
-        const auto written = Prepare(sql, fault);
+        auto written = Prepare(sql, fault);
         if (!written) return nullptr;
-        QSqlQuery query = link_->NewQuery();
         std::unique_ptr<Recordset> rows;
-        if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
-        query = QSqlQuery();
+        if (ChooseWay(sql, *written, fault)) {
+            QSqlQuery query = link_->NewQuery();
+            if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
+        }
         Learn(rows != nullptr, fault);
         return rows;
     }
@@ -59,10 +71,28 @@ class PostgresConnection : public Connection {
         return written && (link_ || Reopen(fault)) ? written : std::nullopt;
     }
 
+    // Writes a search anew with what the database has for it. Returns false on a fault, and not because of a search
+    // that can't be written so.
+    bool ChooseWay(const QString& sql, QString& written, Fault& fault) {
+        if (!sql.contains(QLatin1String("LIKE"), Qt::CaseInsensitive)) return true;
+        if (!searchTables_) {
+            QSqlQuery query = link_->NewQuery();
+            if (!PostgresLink::Start(query, AskForSearchTables(), fault)) return false;
+            searchTables_ = TakeSearchTables(query);
+        }
+        if (searchTables_->empty()) return true;
+        const auto ways = WaysOf(sql, *searchTables_);
+        const auto way = ways ? Quickest(*ways, [&](const QString& select) { return GuessRows(*link_, select, fault); })
+                              : ToPostgres(sql, *searchTables_, fault);
+        if (way) written = *way;
+        return way.has_value();
+    }
+
     // Who waited for the server in vain once shall not wait as long before every further statement.
     bool Reopen(Fault& fault) {
         link_ = Connect(login_, patience_, reachable_ ? kConnectSeconds : kImpatientConnectSeconds, fault);
         reachable_ = link_ != nullptr;
+        searchTables_.reset();
         patient_ = true;
         return reachable_;
     }
@@ -81,22 +111,33 @@ class PostgresConnection : public Connection {
     }
 
     static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows) {
-        QStringList columns;
         const QSqlRecord record = query.record();
-        for (int i = 0; i < record.count(); ++i)
+        QStringList columns;
+        std::vector<int> places;
+        for (int i = 0; i < record.count(); ++i) {
+            if (IsFolded(record, i)) continue;
             columns.append(record.fieldName(i));
+            places.push_back(i);
+        }
         std::vector<Recordset::Row> rows;
         while (static_cast<int>(rows.size()) < mostRows && query.next()) {
             Recordset::Row& row = rows.emplace_back();
-            for (int i = 0; i < record.count(); ++i)
+            for (const int i : places)
                 row.push_back(query.isNull(i) ? std::nullopt : std::optional(query.value(i).toString()));
         }
         return std::make_unique<Recordset>(std::move(columns), std::move(rows));
     }
 
+    // A "*" gives the folded texts as well, which are the engine's own affair.
+    static bool IsFolded(const QSqlRecord& record, int column) {
+        const QString head = FoldedColumn({}), name = record.fieldName(column);
+        return name.startsWith(head) && record.contains(name.mid(head.size()));
+    }
+
     PostgresLogin login_;
-    std::unique_ptr<PostgresLink> link_;  // null when it was lost
-    int patience_;                        // milliseconds
+    std::unique_ptr<PostgresLink> link_;        // null when it was lost
+    std::optional<SearchTables> searchTables_;  // of the link's database, once a search asked
+    int patience_;                              // milliseconds
     bool patient_ = true;
     bool reachable_ = true;
     bool closed_ = false;
@@ -105,9 +146,11 @@ class PostgresConnection : public Connection {
 }  // namespace
 
 // A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
-// which it would rather do than look them up in the index.
+// which it would rather do than look them up in the index. Helpers for one statement take longer to start than a list
+// may take.
 QString PostgresClientSettings(int patience) {
-    return PostgresLink::Settings({patience, kLongestStatement}) + QLatin1String("; SET enable_seqscan = off");
+    return PostgresLink::Settings({patience, kLongestStatement}) +
+           QLatin1String("; SET enable_seqscan = off; SET max_parallel_workers_per_gather = 0");
 }
 
 std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience) {

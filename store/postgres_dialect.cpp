@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "store/either_list.h"
 #include "store/kana_fold.h"
 #include "store/select_shape.h"
 #include "store/sql_condition.h"
@@ -43,7 +44,7 @@ QString Literal(const std::string& text) {
 
 class Writer {
   public:
-    explicit Writer(const TokenizedSql& sql) : sql_(sql) {}
+    Writer(const TokenizedSql& sql, const LikeForm& form) : sql_(sql), form_(form) {}
 
     std::optional<QString> Write(Fault& fault) {
         for (std::size_t i = 0; i < sql_.Size() && problem_.isEmpty(); ++i)
@@ -52,12 +53,17 @@ class Writer {
             fault = {0, QStringLiteral("SQL 文を変換できません。") + problem_};
             return std::nullopt;
         }
-        for (const auto& [select, shape] : selects_)
+        for (const auto& [select, shape] : selects_) {
             if (!IsAny(select + 1, {"DISTINCT"}) && FindsByPieces(shape.where)) SortWhatIsFound(shape.tail);
+            NoteAlternatives(shape.where);
+        }
         return sql_.Size() == 0 ? sql_.Text() : Written(sql_.All());
     }
 
   private:
+    // Of a LIKE: the look into the index, the comparison, or what says it all.
+    enum class Part { All, Found, Compared };
+
     struct Like {
         TokenRange left, right;
         bool negated = false;
@@ -78,8 +84,40 @@ class Writer {
 
     bool FindsByPieces(TokenRange where) const {
         return std::any_of(likes_.begin(), likes_.end(), [&](const auto& like) {
-            return like.first >= where.begin && like.first < where.end && IsOnePiece(like.second.first);
+            return like.first >= where.begin && like.first < where.end && IsFound(like.second.first);
         });
+    }
+
+    bool IsFound(const Like& like) const {
+        if (form_.pieces == Pieces::Throughout) return LooksUp(like) && !PatternOf(like).Pieces().empty();
+        return form_.pieces == Pieces::Asked && IsOnePiece(like);
+    }
+
+    // Nearly all rows are unlike a text, so no index helps to find them.
+    bool LooksUp(const Like& like) const {
+        const bool may = form_.pieces == Pieces::InLists ? SelectAround(like.left.begin)->first > 0
+                                                         : form_.pieces != Pieces::Nowhere;
+        return may && !like.negated && IsLiteral(like.right);
+    }
+
+    // Where one of several texts shall be there, the engine would look into the pieces of each row that it has found
+    // anew, to know by which of them. So the rows are found by one condition and compared by another. Whoever fits one
+    // that has no NOT fits one with less asked.
+    void NoteAlternatives(TokenRange where) {
+        const auto conjuncts = where.Empty() ? std::nullopt : SplitConjuncts(sql_, where);
+        for (const TokenRange& conjunct : conjuncts.value_or(std::vector<TokenRange>())) {
+            int alternatives = 0;
+            bool simple = conjunct.end < sql_.Size(), compared = false;
+            for (std::size_t i = conjunct.begin; i < conjunct.end; ++i) {
+                simple = simple && !IsAny(i, {"NOT", "SELECT", "CASE"});
+                const auto like = likes_.find(i);
+                if (like == likes_.end()) continue;
+                simple = simple && LooksUp(like->second.first) && !PatternOf(like->second.first).Pieces().empty();
+                compared = compared || !IsOnePiece(like->second.first);
+                ++alternatives;
+            }
+            if (simple && compared && alternatives > 1) twice_[conjunct.begin] = conjunct.end;
+        }
     }
 
     // The engine would rather walk along an index of the order until it has met as many rows as are asked for, and cut
@@ -204,26 +242,67 @@ class Writer {
 
     QString Token(std::size_t i) const { return sql_.Text().mid(sql_.At(i).start, sql_.At(i).length); }
 
-    QString WrittenLike(const Like& like) const {
+    QString WrittenLike(const Like& like, Part part) const {
         const QString text = QStringLiteral("(%1)::text").arg(Written(like.left));
-        const QString folded = QStringLiteral("katsudo_fold(%1)").arg(text);
+        const auto stored = StoredText(like.left);
+        const QString folded = stored.value_or(QStringLiteral("katsudo_fold(%1)").arg(text));
         const QString negation = like.negated ? QStringLiteral("NOT ") : QString();
         if (!IsLiteral(like.right))
             return QStringLiteral("(%1%2 LIKE katsudo_pattern((%3)::text))").arg(negation, folded, Written(like.right));
         const LikePattern pattern = PatternOf(like);
         const auto written = pattern.Folded();
         if (!written) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
-        const std::vector<std::string> pieces = pattern.Pieces();
-        // Nearly all rows are unlike a text, so no index helps to find them.
-        if (like.negated || pieces.empty())
-            return QStringLiteral("(%1%2 LIKE %3)").arg(negation, folded, Literal(*written));
+        const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, Literal(*written));
+        const std::vector<std::string> pieces = stored ? pattern.FewestPieces() : pattern.Pieces();
+        if (!LooksUp(like) || pieces.empty()) return u'(' + negation + plain + u')';
         QStringList literals;
         for (const std::string& piece : pieces)
             literals << Literal(piece);
         const QString found = QStringLiteral("katsudo_pieces(%1) @> ARRAY[%2]").arg(text, literals.join(u','));
-        if (IsOnePiece(like)) return u'(' + found + u')';
-        return QStringLiteral("(katsudo_matches(%1, %2) AND %3)").arg(text, Literal(*written), found);
+        if (part == Part::Found || (part == Part::All && IsOnePiece(like))) return u'(' + found + u')';
+        const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, Literal(*written));
+        const QString compared = stored ? plain : matches;
+        return part == Part::Compared ? compared : QStringLiteral("(%1 AND %2)").arg(compared, found);
     }
+
+    // The innermost SELECT around a token.
+    std::map<std::size_t, SelectShape>::const_iterator SelectAround(std::size_t at) const {
+        auto around = selects_.end();
+        for (auto select = selects_.begin(); select != selects_.end(); ++select)
+            if (select->second.all.begin <= at && at < select->second.all.end) around = select;
+        return around;
+    }
+
+    // The column beside a "column" or "table.column" that holds its texts folded.
+    std::optional<QString> StoredText(TokenRange range) const {
+        if (form_.folded.empty() || (range.Size() != 1 && range.Size() != 3) || !sql_.IsName(range.end - 1)) return {};
+        const auto select = SelectAround(range.begin);
+        const bool named = range.Size() == 3;
+        if (select == selects_.end() || (named && !sql_.IsSymbol(range.begin + 1, QLatin1String(".")))) return {};
+        const QString table =
+            named ? TableCalled(select->second.from, sql_.Name(range.begin)) : OnlyTable(select->second.from);
+        const auto known = form_.folded.find(table);
+        if (known == form_.folded.end() || !known->second.contains(sql_.Name(range.end - 1))) return {};
+        const QString column = QuotedForPostgres(FoldedColumn(BareName(range.end - 1)));
+        return named ? WrittenToken(range.begin) + u'.' + column : column;
+    }
+
+    // The table that has this name in the FROM, or this alias; names as they are compared.
+    QString TableCalled(TokenRange from, const QString& name) const {
+        for (std::size_t i = from.begin; i < from.end; ++i) {
+            const bool column =
+                sql_.IsSymbol(i + 1, QLatin1String(".")) || (i > 0 && sql_.IsSymbol(i - 1, QLatin1String(".")));
+            if (column || !sql_.IsName(i) || IsKeyword(i) || sql_.Name(i) != name) continue;
+            const std::size_t before = i > from.begin && IsAny(i - 1, {"AS"}) ? i - 1 : i;
+            return before > from.begin && sql_.IsName(before - 1) && !IsKeyword(before - 1) ? sql_.Name(before - 1)
+                                                                                            : name;
+        }
+        return {};
+    }
+
+    QString OnlyTable(TokenRange from) const { return from.Size() == 1 ? sql_.Name(from.begin) : QString(); }
+
+    QString BareName(std::size_t i) const { return sql_.At(i).kind == Kind::Quoted ? Unquoted(i) : Token(i); }
 
     LikePattern PatternOf(const Like& like) const {
         return LikePattern(Content(like.right.begin).toUtf8().toStdString(), Escape(like));
@@ -256,7 +335,7 @@ class Writer {
         return Token(i).mid(1).chopped(1).replace(QLatin1String("''"), QLatin1String("'"));
     }
 
-    QString Written(TokenRange range) const {
+    QString Written(TokenRange range, Part part = Part::All) const {
         QString written;
         for (std::size_t i = range.begin; i < range.end;) {
             if (i > range.begin) {
@@ -265,8 +344,13 @@ class Writer {
             }
             written += before_.value(i);
             const auto like = likes_.find(i);
-            if (like != likes_.end() && like->second.second <= range.end) {
-                written += WrittenLike(like->second.first);
+            const auto twice = part == Part::All ? twice_.find(i) : twice_.end();
+            if (twice != twice_.end()) {
+                const TokenRange all{i, twice->second};
+                written += Written(all, Part::Found) + QStringLiteral(" AND ") + Written(all, Part::Compared);
+                i = twice->second;
+            } else if (like != likes_.end() && like->second.second <= range.end) {
+                written += WrittenLike(like->second.first, part);
                 i = like->second.second;
             } else {
                 written += WrittenToken(i++);
@@ -324,6 +408,7 @@ class Writer {
     }
 
     const TokenizedSql& sql_;
+    const LikeForm& form_;
     QString problem_;
     std::map<std::size_t, SelectShape> selects_;                 // by their first token
     std::vector<TokenRange> orders_;                             // the items of every ORDER BY
@@ -331,71 +416,8 @@ class Writer {
     QHash<std::size_t, QString> behind_;                         // text to add behind a token
     QHash<std::size_t, QString> instead_;                        // text in place of one
     std::map<std::size_t, std::pair<Like, std::size_t>> likes_;  // by their first token, with their end
+    std::map<std::size_t, std::size_t> twice_;                   // conditions to be written twice, likewise
 };
-
-// Tokens of "( T.c LIKE 'text' OR ( T.k IS NOT NULL AND T.k IN ( SELECT … ) ) )", which is what ToSqlite() makes of a
-// LIKE beside an EXISTS.
-struct EitherOf {
-    TokenRange all, table, like, list;  // "T", "c LIKE 'text'", "k IN ( SELECT … )"
-};
-
-std::optional<EitherOf> ReadEither(const TokenizedSql& sql, TokenRange range) {
-    const std::size_t i = range.begin;
-    // The words and signs between the names; the names are T, c, T, k, T, k.
-    static constexpr const char* kForm[] = {"(", "",   ".",   "",     "LIKE", "", "OR", "(", "",   ".",
-                                            "",  "IS", "NOT", "NULL", "AND",  "", ".",  "",  "IN", "("};
-    constexpr std::size_t kLength = std::size(kForm);
-    if (range.Size() < kLength) return std::nullopt;
-    for (std::size_t at = 0; at < kLength; ++at) {
-        const QLatin1String part(kForm[at]);
-        if (!part.isEmpty() && !sql.IsWord(i + at, part) && !sql.IsSymbol(i + at, part)) return std::nullopt;
-        if (part.isEmpty() && at != 5 && !sql.IsName(i + at)) return std::nullopt;
-    }
-    const std::size_t close = sql.Closing(i + kLength - 1);
-    const bool same = sql.Name(i + 1) == sql.Name(i + 8) && sql.Name(i + 8) == sql.Name(i + 15) &&
-                      sql.Name(i + 10) == sql.Name(i + 17) && sql.At(i + 5).kind == Kind::Text;
-    if (!same || close + 3 != range.end || sql.Closing(i) != close + 2) return std::nullopt;
-    return EitherOf{range, {i + 1, i + 2}, {i + 3, i + 6}, {i + 17, close + 1}};
-}
-
-// True when the FROM has the table under its own name.
-bool HasTable(const TokenizedSql& sql, TokenRange from, const QString& name) {
-    for (std::size_t i = from.begin; i < from.end; ++i) {
-        if (!sql.IsName(i) || sql.Name(i) != name || (i > from.begin && sql.IsSymbol(i - 1, QLatin1String("."))))
-            continue;
-        bool clause = i + 1 == from.end || !sql.IsName(i + 1);
-        for (const char* word : {"ON", "INNER", "LEFT", "RIGHT", "CROSS", "JOIN"})
-            clause = clause || sql.IsWord(i + 1, QLatin1String(word));
-        if (clause && !sql.IsSymbol(i + 1, QLatin1String("."))) return true;
-    }
-    return false;
-}
-
-// An index serves either side of such an OR, but not both beside a list: without this the engine would look at every
-// row. So the rows of both sides are listed first. The condition must be one that has to hold by itself: it is false
-// here where it was Null.
-QString ListEitherFirst(const TokenizedSql& sql) {
-    std::map<std::size_t, EitherOf> found;
-    for (std::size_t i = 0; i < sql.Size(); ++i) {
-        if (!sql.IsWord(i, QLatin1String("SELECT"))) continue;
-        const SelectShape shape = ShapeOf(sql, i);
-        const auto conjuncts = shape.where.Empty() ? std::nullopt : SplitConjuncts(sql, shape.where);
-        for (const TokenRange& conjunct : conjuncts.value_or(std::vector<TokenRange>()))
-            if (const auto either = ReadEither(sql, conjunct))
-                if (HasTable(sql, shape.from, sql.Name(either->table.begin))) found.emplace(conjunct.begin, *either);
-    }
-    QString written;
-    qsizetype at = 0;
-    for (const auto& [begin, either] : found) {
-        written += sql.Text().mid(at, sql.At(begin).start - at);
-        written += QStringLiteral(
-                       "%1.ctid = ANY (ARRAY (SELECT s.ctid FROM %1 s WHERE s.%2 UNION ALL SELECT s.ctid FROM "
-                       "%1 s WHERE s.%3))")
-                       .arg(sql.Slice(either.table), sql.Slice(either.like), sql.Slice(either.list));
-        at = sql.At(either.all.end - 1).End();
-    }
-    return written + sql.Text().mid(at);
-}
 
 // "text" with every pair in it replaced.
 QString Replaced(QString text) {
@@ -429,7 +451,15 @@ std::optional<QString> ToPostgres(const QString& sql, Fault& fault) {
     auto tokens = TokenizedSql::Read(*shared);
     if (tokens && shared->contains(QLatin1String(" IN (SELECT ")))
         tokens = TokenizedSql::Read(ListEitherFirst(*tokens));
-    return tokens ? Writer(*tokens).Write(fault) : shared;
+    return tokens ? WriteForPostgres(*tokens, {}, fault) : shared;
+}
+
+std::optional<QString> WriteForPostgres(const TokenizedSql& sql, const LikeForm& form, Fault& fault) {
+    return Writer(sql, form).Write(fault);
+}
+
+bool IsKeywordOfPostgres(const QString& word) {
+    return Keywords().contains(word.toUpper());
 }
 
 QString LimitedTo(const QString& postgresSql, int mostRows) {
@@ -447,32 +477,39 @@ QString QuotedForPostgres(const QString& name) {
     return Quote(name, u'"');
 }
 
+QString FoldedColumn(const QString& column) {
+    return QStringLiteral("katsudo_") + column;
+}
+
+// Functions name each other with their schema: whoever restores a dump has none in sight.
 QStringList FoldFunctions() {
-    const QString fold =
-        QStringLiteral(
-            "BEGIN t := lower(t COLLATE \"C\"); "
-            "IF octet_length(t) = length(t) "
-            "OR t !~ '[\\u2212\\u3000-\\u30A0\\uFF01-\\uFFEF]' THEN RETURN t; END IF; "
-            // Where only letters stand that Unicode's own fold of widths takes as ours does, that one
-            // is five times as fast. It knows other signs, such as ①, for more than we do.
-            "IF t !~ '[^\\u0020-\\u007E\\u3000\\u3005\\u3041-\\u3096\\u30A1-\\u30FC\\u4E00-\\u9FFF"
-            "\\uFF01-\\uFF5E\\uFF61-\\uFF9F]' THEN t := lower(normalize(t, NFKC) COLLATE \"C\"); END IF; ") +
-        TranslateBetween(0xFF01, 0xFF5F) + TranslateBetween(0xFF61, 0xFFF0) + TranslateBetween(0x3000, 0x30A0) +
-        TranslateBetween(0x2212, 0x2213) + QStringLiteral("IF t ~ '[\\u309B\\u309C]' THEN t := ") +
-        Replaced(QStringLiteral("t")) + QStringLiteral("; END IF; RETURN t; END");
+    const QString fold = QStringLiteral(
+                             "BEGIN t := lower(t COLLATE \"C\"); "
+                             "IF octet_length(t) = length(t) "
+                             "OR t !~ '[\\u2212\\u3000-\\u30A0\\uFF01-\\uFFEF]' THEN RETURN t; END IF; "
+                             // Where only letters stand that Unicode's own fold of widths takes as ours does, that one
+                             // is five times as fast. It knows other signs, such as ①, for more than we do.
+                             "IF t !~ '[^\\u0020-\\u007E\\u3000\\u3005\\u3041-\\u3096\\u30A1-\\u30FC\\u4E00-\\u9FFF"
+                             "\\uFF01-\\uFF5E\\uFF61-\\uFF9F]' THEN t := lower(normalize(t, NFKC) COLLATE \"C\"); "
+                             "IF t !~ '[\\u3041-\\u309C]' THEN RETURN t; END IF; END IF; ") +
+                         TranslateBetween(0xFF01, 0xFF5F) + TranslateBetween(0xFF61, 0xFFF0) +
+                         TranslateBetween(0x3000, 0x30A0) + TranslateBetween(0x2212, 0x2213) +
+                         QStringLiteral("IF t ~ '[\\u309B\\u309C]' THEN t := ") + Replaced(QStringLiteral("t")) +
+                         QStringLiteral("; END IF; RETURN t; END");
     const QString pieces = QStringLiteral(
-        "DECLARE c text[] := string_to_array(katsudo_fold(t), NULL); n int := cardinality(c); "
+        "DECLARE c text[] := string_to_array(public.katsudo_fold(t), NULL); n int := cardinality(c); "
         "p text[] := c; "
         "BEGIN FOR i IN 1 .. n - 1 LOOP p[n + i] := c[i] || c[i + 1]; END LOOP; RETURN p; END");
     // The full-width signs must not become wildcards, nor a backslash an escape.
     const QString pattern = QStringLiteral(
-        "BEGIN RETURN katsudo_fold(replace(replace(replace(t, '\\', '\\\\'), '％', '\\％'), '＿', '\\＿')); END");
+        "BEGIN RETURN public.katsudo_fold(replace(replace(replace(t, '\\', '\\\\'), '％', '\\％'), '＿', '\\＿')); "
+        "END");
     return {Function(QStringLiteral("katsudo_fold(t text) RETURNS text"), 30, fold),
             Function(QStringLiteral("katsudo_pieces(t text) RETURNS text[]"), 300, pieces),
             // The engine takes every LIKE with a pattern in its middle for rare, and would then look for the few rows
             // of one that fits nearly all; of a function it knows nothing.
             Function(QStringLiteral("katsudo_matches(t text, p text) RETURNS boolean"), 40,
-                     QStringLiteral("BEGIN RETURN katsudo_fold(t) LIKE p; END")),
+                     QStringLiteral("BEGIN RETURN public.katsudo_fold(t) LIKE p; END")),
             Function(QStringLiteral("katsudo_pattern(t text) RETURNS text"), 40, pattern)};
 }
 

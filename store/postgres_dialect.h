@@ -2,9 +2,12 @@
 
 #include <QString>
 #include <QStringList>
+#include <map>
 #include <optional>
+#include <set>
 
 #include "store/connection.h"
+#include "store/sql_tokens.h"
 
 namespace store {
 
@@ -14,6 +17,30 @@ namespace store {
 /// column's type. A faulty statement stays as it is, for the engine to tell. Returns nothing and fills `fault` for what
 /// ToSqlite() refuses, for a second statement behind a semicolon, and for a LIKE whose sides can't be told.
 std::optional<QString> ToPostgres(const QString& sql, Fault& fault);
+
+/// Which of the LIKEs that an index can serve look into it.
+enum class Pieces {
+    Asked,       ///< all; the rows are sorted behind it where one piece says it all
+    Throughout,  ///< all; the rows are sorted behind them
+    InLists,     ///< those of a SELECT within
+    Nowhere,
+};
+
+/// How LIKE is written.
+struct LikeForm {
+    Pieces pieces = Pieces::Asked;
+    /// Tables, and their columns with a FoldedColumn() beside them; names as they are compared.
+    std::map<QString, std::set<QString>> folded;
+};
+
+/// As ToPostgres(), of a statement that ToSqlite() wrote.
+std::optional<QString> WriteForPostgres(const TokenizedSql& sql, const LikeForm& form, Fault& fault);
+
+/// True for a word that can't be a name without quotes.
+bool IsKeywordOfPostgres(const QString& word);
+
+/// The column in which a table holds the folded texts of one of its columns.
+QString FoldedColumn(const QString& column);
 
 /// Keeps a SELECT from giving more than that many rows. A text that isn't one SELECT, or has a limit, stays as it is.
 QString LimitedTo(const QString& postgresSql, int mostRows);

@@ -4,12 +4,17 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <QSqlRecord>
 #include <QTemporaryDir>
 
+#include "lists/list_families.h"
 #include "session/schema.h"
+#include "session/server_schema.h"
 #include "setup/check_tree.h"
 #include "setup/create_tree.h"
 #include "setup/tree.h"
+#include "store/postgres_dialect.h"
+#include "store/postgres_search.h"
 #include "tests/lists/every_search.h"
 #include "tests/scenarios/office.h"
 
@@ -25,24 +30,50 @@ QString ValueFor(const QString& item) {
     return "工";
 }
 
+/// Texts of one letter, two and more, that many parties have, few and none; with voiced marks of their own, and with
+/// wildcards between common and rare parts.
+const QStringList kTexts = {"山",   "%",        "社",  "ｶﾞ",   "工業",  "株式",  "えい",    "06", "-0",       "株式会",
+                            "ﾃﾞﾝｷ", "サービス", "075", "京都", "株%山", "会_山", "０１%３", "'%", "該当なし", "1_3%5"};
+
 struct Result {
     QStringList rows;     ///< sorted: rows that are equal in the order's columns come as they like
     QStringList ordered;  ///< values of the first column of the order, as they came
     QString fault;
 };
 
+QString OrderOf(const QString& sql) {
+    return sql.section(" ORDER BY ", 1).section(QRegularExpression("[ ,]"), 0, 0).section('.', -1);
+}
+
 Result Fetch(store::Connection& store, const QString& sql) {
     Result result;
     store::Fault fault;
     const auto rows = store.Query(sql, fault);
     if (!rows) return {{}, {}, fault.description};
-    const QString order = sql.section(" ORDER BY ", 1).section(QRegularExpression("[ ,]"), 0, 0).section('.', -1);
+    const QString order = OrderOf(sql);
     for (; !rows->Eof(); rows->MoveNext()) {
         QStringList values;
         for (const QString& column : rows->Columns())
             values << rows->Value(column).value_or("Null");
         result.rows << values.join(u'|');
         result.ordered << rows->Value(order).value_or("Null");
+    }
+    result.rows.sort();
+    return result;
+}
+
+/// A statement of the server's own SQL.
+Result Fetch(const store::PostgresLink& link, const QString& sql, const QString& order) {
+    Result result;
+    store::Fault fault;
+    QSqlQuery query = link.NewQuery();
+    if (!store::PostgresLink::Start(query, sql, fault)) return {{}, {}, fault.description};
+    while (query.next()) {
+        QStringList values;
+        for (int i = 0; i < query.record().count(); ++i)
+            values << (query.isNull(i) ? QString("Null") : query.value(i).toString());
+        result.rows << values.join(u'|');
+        result.ordered << (query.isNull(order) ? QString("Null") : query.value(order).toString());
     }
     result.rows.sort();
     return result;
@@ -111,6 +142,89 @@ TEST_F(TwoEngines, GiveTheSameRowsForEveryListStatement) {
     EXPECT_GT(filled_, statements_ / 2) << "too few of them found a row to tell";
     RecordProperty("statements", statements_);
     RecordProperty("filled", filled_);
+}
+
+class TwoEnginesOnParties : public TwoEngines {
+  protected:
+    void SetUp() override {
+        TwoEngines::SetUp();
+        if (IsSkipped()) return;
+        store::Fault fault;
+        admin_ = store::PostgresLink::Open(setup::AdminLogin(server_, server_.database), {}, fault);
+        ASSERT_TRUE(admin_ && admin_->Run("SET enable_seqscan = off", fault)) << fault.description.toStdString();
+        QSqlQuery query = admin_->NewQuery();
+        ASSERT_TRUE(store::PostgresLink::Start(query, store::AskForSearchTables(), fault));
+        tables_ = store::TakeSearchTables(query);
+    }
+
+    /// Each party list's search for each text; some also of one staff member, and among all items.
+    void ForEachSearch(const std::function<void(const QString& window, const QString& sql)>& look) {
+        auto all = lists::PartyLists();
+        all.push_back(lists::CombinedPartyList());
+        for (const lists::ListDescription& list : all)
+            for (const QString item : {"カナ", "名称", "住所", "郵便番号", "電話"})
+                for (const lists::SearchMode& mode : list.modes)
+                    for (qsizetype i = 0; i < kTexts.size(); i += mode.number == 0 ? 4 : 1) {
+                        if (!mode.items.contains(item) || mode.number < 0) continue;
+                        lists::SearchValues values = lists::AllFilled(list, "S", false, ValueFor);
+                        values.items = {{item, kTexts[i]}, {"担当者コード", i % 3 == 0 ? "00003" : ""}};
+                        for (const lists::ListStatement& statement : list.statements)
+                            look(list.name, lists::BuildSearchSql(list, statement, mode.number, values));
+                    }
+    }
+
+    void CompareWay(const QString& way, const QString& sql, const Result& file, const Result& first) {
+        const Result all = Fetch(*admin_, way, OrderOf(sql));
+        EXPECT_EQ(all.fault, "") << way.toStdString();
+        EXPECT_EQ(all.rows.join('\n').toStdString(), file.rows.join('\n').toStdString()) << way.toStdString();
+        EXPECT_EQ(all.ordered.join('|').toStdString(), file.ordered.join('|').toStdString()) << way.toStdString();
+        // The first ones are the first ones; which of those that are equal in the order's column is nobody's choice.
+        const Result few = Fetch(*admin_, QString(way).replace(" LIMIT 1000", " LIMIT 7"), OrderOf(sql));
+        EXPECT_EQ(few.ordered.join('|').toStdString(), first.ordered.join('|').toStdString()) << way.toStdString();
+    }
+
+    std::unique_ptr<store::PostgresLink> admin_;
+    store::SearchTables tables_;
+};
+
+TEST_F(TwoEnginesOnParties, FindTheSameInWhicheverWayTheServerIsAsked) {
+    int searches = 0, covered = 0, listed = 0, found = 0;
+    ForEachSearch([&](const QString& window, const QString& sql) {
+        const auto ways = store::WaysOf(sql, tables_);
+        if (!ways) {
+            EXPECT_TRUE(sql.contains("LIKE '%%%") || !sql.contains("LIKE"))
+                << window.toStdString() << sql.toStdString();
+            return;
+        }
+        const Result file = Fetch(*file_.main, sql);
+        const Result first = Fetch(*file_.main, QString(sql).replace("TOP 1000", "TOP 7"));
+        for (const QString& way : {ways->lookUp, ways->walk, ways->walkList})
+            if (!way.isEmpty()) CompareWay(way, sql, file, first);
+        ++searches;
+        covered += ways->covered ? 1 : 0;
+        listed += ways->walkList.isEmpty() ? 0 : 1;
+        found += file.rows.isEmpty() ? 0 : 1;
+    });
+    EXPECT_GT(searches, 500);
+    EXPECT_GT(covered, searches / 3) << "an index lacks what a search looks at";
+    EXPECT_GT(listed, 100);
+    EXPECT_GT(found, searches / 3) << "too few of them found a row to tell";
+}
+
+// A company's database from before there were folded columns.
+TEST_F(TwoEnginesOnParties, FindTheSameWithoutWhatHastensASearch) {
+    store::Fault fault;
+    for (const session::Table& table : session::MainTables())
+        for (const QString& column : session::FoldedColumns(table))
+            ASSERT_TRUE(admin_->Run(
+                QString("ALTER TABLE \"%1\" DROP COLUMN \"%2\" CASCADE").arg(table.name, store::FoldedColumn(column)),
+                fault))
+                << fault.description.toStdString();
+    int searches = 0;
+    ForEachSearch([&](const QString& window, const QString& sql) {
+        if (++searches % 3 == 0) Compare(window, sql);
+    });
+    EXPECT_GT(filled_, 50);
 }
 
 TEST_F(TwoEngines, TheClientsLoginMayDoNoMoreThanTheClientDoes) {

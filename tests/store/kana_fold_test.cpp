@@ -215,6 +215,22 @@ TEST(KanaLike, MatchesAsTheRulesOfWildcardsSay) {
     }
 }
 
+// Whoever matches holds all pieces, and the fewest leave out no letter.
+TEST(KanaLike, ItsPiecesAreThoseThatAMatchMustHold) {
+    using Pieces = std::vector<std::string>;
+    const std::vector<std::tuple<const char*, Pieces, Pieces>> cases = {
+        {"%", {}, {}},
+        {"_a_%ｶﾞ%", {"a", "ガ"}, {"a", "ガ"}},
+        {"%ab%", {"ab"}, {"ab"}},
+        {"%abc%", {"ab", "bc"}, {"ab", "bc"}},
+        {"abcd_e", {"ab", "bc", "cd", "e"}, {"ab", "cd", "e"}},
+        {"%abcde%fg", {"ab", "bc", "cd", "de", "fg"}, {"ab", "cd", "de", "fg"}}};
+    for (const auto& [pattern, all, fewest] : cases) {
+        EXPECT_EQ(LikePattern(pattern).Pieces(), all) << pattern;
+        EXPECT_EQ(LikePattern(pattern).FewestPieces(), fewest) << pattern;
+    }
+}
+
 // Broken bytes stand for themselves: nothing is read past the end, and no two of them are alike by accident.
 TEST(KanaLike, TakesBrokenTexts) {
     using namespace std::string_view_literals;

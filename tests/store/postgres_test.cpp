@@ -2,6 +2,7 @@
 
 #include "store/connection_string.h"
 #include "store/kana_fold.h"
+#include "store/postgres_search.h"
 #include "tests/store/store_fixture.h"
 
 namespace store {
@@ -56,6 +57,93 @@ TEST(PostgresDialect, WritesWhatTheEngineReadsOtherwise) {
         EXPECT_FALSE(ToPostgres(refused, fault)) << refused.toStdString();
         EXPECT_NE(fault.description, "");
     }
+}
+
+SearchTables Parties() {
+    SearchTable party;
+    party.key = "コード";
+    party.rows = 500'000;
+    party.folded = {"名称a", "略称", "電話番号"};
+    party.walks = {{"名称a", "コード", "katsudo_名称a", "katsudo_略称", "区分"}, {"電話", "katsudo_電話番号"}};
+    party.walkOrders = {"名称a", "電話"};
+    SearchTable contact;
+    contact.folded = {"電話番号"};
+    return {{"p", party}, {"c", contact}};
+}
+
+TEST(PostgresSearch, IsWrittenInTheWaysThatGiveItsRows) {
+    const auto ways = WaysOf(
+        "SELECT TOP 5 P.コード, S.氏名 AS 名 FROM S INNER JOIN P ON P.担当 = S.コード WHERE (P.名称A LIKE '%ｶﾞA㈱%' OR "
+        "P.略称 LIKE '%ｶﾞ%') AND P.区分 = '1' AND S.区分 <> '0' ORDER BY P.名称A",
+        Parties());
+    ASSERT_TRUE(ways);
+    const QString head =
+        "SELECT \"P\".\"コード\", \"S\".\"氏名\" AS \"名\" FROM \"S\" INNER JOIN \"P\" ON \"P\".\"担当\" = "
+        "\"S\".\"コード\" ";
+    EXPECT_EQ(
+        ways->lookUp.simplified(),
+        head +
+            "WHERE ((katsudo_pieces((\"P\".\"名称A\")::text) @> ARRAY['ガa','a㈱']) OR "
+            "(katsudo_pieces((\"P\".\"略称\")::text) @> ARRAY['ガ'])) AND (\"P\".\"katsudo_名称A\" LIKE '%ガa㈱%' OR "
+            "\"P\".\"katsudo_略称\" LIKE '%ガ%') AND \"P\".\"区分\" = '1' AND \"S\".\"区分\" <> '0' ORDER BY "
+            "GREATEST(\"P\".\"名称A\") NULLS FIRST LIMIT 5");
+    EXPECT_TRUE(ways->covered);
+    EXPECT_EQ(QString(ways->walk).remove(u' '),
+              QString(head +
+                      "INNER JOIN \"P\" \"katsudo_walk\" ON \"katsudo_walk\".\"コード\" = \"P\".\"コード\" WHERE "
+                      "((\"katsudo_walk\".\"katsudo_名称A\" LIKE '%ガa㈱%') OR (\"katsudo_walk\".\"katsudo_略称\" LIKE "
+                      "'%ガ%')) AND \"katsudo_walk\".\"区分\" = '1' AND \"S\".\"区分\" <> '0' ORDER BY "
+                      "\"katsudo_walk\".\"名称A\" NULLS FIRST LIMIT 5")
+                  .remove(u' '));
+    EXPECT_TRUE(ways->passing.simplified().endsWith("\"区分\" = '1'")) << ways->passing.toStdString();
+}
+
+// What can't be proven to give the same rows is written in one way alone.
+TEST(PostgresSearch, OfAnotherFormIsLeftAlone) {
+    const QString form = "SELECT %1 FROM P WHERE %2 ORDER BY %3";
+    const QString good = "P.略称 LIKE '%a%'";
+    EXPECT_TRUE(WaysOf(form.arg("TOP 5 P.a", good, "P.名称A"), Parties()));
+    const std::vector<std::tuple<QString, QString, QString>> others = {
+        {"P.a", good, "P.名称A"},
+        {"DISTINCT TOP 5 P.a", good, "P.名称A"},
+        {"TOP 5 *", good, "P.名称A"},
+        {"TOP 5 a", good, "P.名称A"},
+        {"TOP 5 P.a", good, "P.名称A DESC"},
+        {"TOP 5 P.a", good, "P.略称"},
+        {"TOP 5 P.a", good, "P.名称A, P.コード"},
+        {"TOP 5 P.a", good + " OR P.a = '1'", "P.名称A"},
+        {"TOP 5 P.a", good + " AND a = '1'", "P.名称A"},
+        {"TOP 5 P.a", good + " AND P.a IN (SELECT a FROM P)", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 LIKE '%__%'", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 NOT LIKE '%a%'", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 LIKE P.a", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 LIKE 'a' || P.a", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 LIKE 'a!%' ESCAPE '!'", "P.名称A"},
+        {"TOP 5 P.a", "NOT P.略称 LIKE '%a%'", "P.名称A"},
+        {"TOP 5 P.a", "P.担当 LIKE '%a%'", "P.名称A"},
+        {"TOP 5 P.a", "P.略称 || P.略称 LIKE '%a%'", "P.名称A"},
+        {"TOP 5 P.a", "(S.a = '1' OR " + good + ")", "P.名称A"}};
+    for (const auto& [columns, where, order] : others)
+        EXPECT_FALSE(WaysOf(form.arg(columns, where, order), Parties()))
+            << form.arg(columns, where, order).toStdString();
+    EXPECT_FALSE(WaysOf(form.arg("TOP 5 P.a", good, "P.名称A").replace(" P ", " P x "), Parties()));
+    EXPECT_FALSE(WaysOf(form.arg("TOP 5 P.a", good, "P.名称A"), {}));
+}
+
+TEST(PostgresSearch, TakesTheWayThatHasTheLeastToLookAt) {
+    SearchWays ways;
+    ways.lookUp = "look up", ways.walk = "walk", ways.walkList = "list";
+    ways.having = "having", ways.passing = "passing", ways.listed = "listed";
+    ways.rows = 500'000, ways.limit = 1000, ways.covered = true;
+    const auto choose = [&ways](double having, double passing, double listed) {
+        const std::map<QString, double> guesses = {{"having", having}, {"passing", passing}, {"listed", listed}};
+        return Quickest(ways, [&](const QString& select) { return guesses.at(select); });
+    };
+    EXPECT_EQ(choose(20, 400'000, 30), "look up");
+    EXPECT_EQ(choose(150'000, 400'000, 200'000), "walk") << "whoever passes by has it";
+    EXPECT_EQ(choose(10'000, 400'000, 15'000), "list") << "too many are passed by to ask each of them";
+    EXPECT_EQ(choose(3'000, 2'000, 0), "look up") << "the walk would go on to the end";
+    EXPECT_FALSE(Quickest(ways, [](const QString&) { return std::nullopt; }));
 }
 
 TEST(PostgresLogin, IsReadFromTheConnectionString) {
