@@ -25,6 +25,7 @@ constexpr double kEntryWithRow = 0.6;   // the same with a look at the row; in t
 constexpr double kRowByKey = 5;
 constexpr double kProbeOfList = 6;
 constexpr double kRowOfList = 2;
+constexpr double kFoundByPieces = 0.1;
 constexpr double kRowLookedUp = 5;  // and sorted
 constexpr double kOwnerOfList = 10;
 
@@ -68,6 +69,11 @@ class Search {
         done = done && Write(Counting(having_), Pieces::Nowhere, ways.having);
         done = done && (passing_.empty() || Write(Counting(passing_), Pieces::Nowhere, ways.passing));
         done = done && (!either_ || Write(sql_.Slice(Listing()), Pieces::Nowhere, ways.listed));
+        const QString text = TextOfOrder();
+        done =
+            done && (text.isEmpty() ||
+                     (Write(CountingOrder(QStringLiteral("< '%1'").arg(text)), Pieces::Nowhere, ways.before) &&
+                      Write(CountingOrder(QStringLiteral("LIKE '%1%'").arg(text)), Pieces::Nowhere, ways.beginning)));
         return done ? std::optional(ways) : std::nullopt;
     }
 
@@ -242,6 +248,23 @@ class Search {
             .arg(sql_.Slice({order_, order_ + 1}), kWalk, written.join(QLatin1String(" AND ")));
     }
 
+    // What the column of the order is searched for anywhere within; empty for another pattern.
+    QString TextOfOrder() const {
+        const QString column = sql_.Name(order_ + 2);
+        for (std::size_t i = having_.front().begin; i + 4 < having_.front().end; ++i) {
+            if (!IsColumn(i) || sql_.Name(i + 2) != column || !sql_.IsWord(i + 3, QLatin1String("LIKE"))) continue;
+            const QString text = sql_.Slice({i + 4, i + 5}).mid(2).chopped(2);
+            const bool anywhere = sql_.Slice({i + 4, i + 5}) == QStringLiteral("'%%1%'").arg(text);
+            return anywhere && !text.contains(u'%') && !text.contains(u'_') ? text : QString();
+        }
+        return {};
+    }
+
+    QString CountingOrder(const QString& compared) const {
+        return QStringLiteral("SELECT 1 FROM %1 %2 WHERE %2.%3 %4")
+            .arg(sql_.Slice({order_, order_ + 1}), kWalk, sql_.Slice({order_ + 2, order_ + 3}), compared);
+    }
+
     QString Replaced(TokenRange range, const Texts& texts) const {
         QString written;
         for (std::size_t i = range.begin; i <= range.end && i <= sql_.Size();) {
@@ -319,6 +342,24 @@ std::optional<SearchWays> WaysOf(const QString& sql, const SearchTables& tables)
     return tokens ? Search(*tokens, tables).Ways() : std::nullopt;
 }
 
+namespace {
+
+using RowsOf = std::function<std::optional<double>(QString)>;
+
+// How many entries a walk passes. Rows that begin with the text lie together in its order, perhaps far away; the others
+// lie anywhere.
+std::optional<double> EntriesUntilEnough(const SearchWays& ways, double found, double having, const RowsOf& rowsOf) {
+    const auto among = [&](double rows) { return ways.rows * std::min(1.0, ways.limit / std::max(rows, 1.0)); };
+    if (ways.before.isEmpty()) return among(found);
+    const auto before = rowsOf(ways.before), beginning = rowsOf(ways.beginning);
+    if (!before || !beginning) return std::nullopt;
+    const double anywhere = found * (1 - std::min(1.0, *beginning / std::max(having, 1.0)));
+    return std::min(
+        {among(anywhere), *before + among(std::min(*beginning, found)) * *beginning / ways.rows, ways.rows});
+}
+
+}  // namespace
+
 std::optional<QString> Quickest(const SearchWays& ways, const std::function<std::optional<double>(QString)>& rowsOf) {
     const auto having = rowsOf(ways.having);
     const auto listed = ways.listed.isEmpty() ? std::optional(0.0) : rowsOf(ways.listed);
@@ -327,14 +368,17 @@ std::optional<QString> Quickest(const SearchWays& ways, const std::function<std:
     const auto passing = ways.passing.isEmpty() ? std::optional(ways.rows) : rowsOf(ways.passing);
     if (!passing) return std::nullopt;
 
-    const double rows = std::max(ways.rows, 1.0);
+    const double rows = ways.rows;
     const double found = std::min(rows, *having + *listed) * std::min(1.0, *passing / rows);
-    const double entries = rows * std::min(1.0, ways.limit / std::max(found, 1.0));
+    const auto walked = EntriesUntilEnough(ways, found, *having, rowsOf);
+    if (!walked) return std::nullopt;
+    const double entries = *walked;
     const double rowsByKey = ways.covered ? std::min(ways.limit, found) * kRowByKey : 0;
     const double walk = entries * (ways.covered ? kEntryOfIndex : kEntryWithRow) + rowsByKey;
-    const double probing = walk + (ways.listed.isEmpty() ? 0 : entries * kProbeOfList * (1 - *having / rows));
+    const double probing = walk + (ways.listed.isEmpty() ? 0 : entries * *passing / rows * kProbeOfList);
     const double listing = ways.listed.isEmpty() ? probing : walk + *listed * kRowOfList;
-    const double lookUp = *having * kRowLookedUp + *listed * kOwnerOfList;
+    // What another index tells of the conditions spares the rows themselves.
+    const double lookUp = *having * kFoundByPieces + std::min(found, *having) * kRowLookedUp + *listed * kOwnerOfList;
     if (lookUp <= std::min(probing, listing)) return ways.lookUp;
     return listing < probing ? ways.walkList : ways.walk;
 }

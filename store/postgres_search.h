@@ -39,6 +39,9 @@ struct SearchWays {
     bool covered = false;  ///< the walk reads its index alone
     // SELECTs of the rows that have the text, that pass the other conditions (empty without any), that are in the list.
     QString having, passing, listed;
+    // SELECTs of the rows that come before the text in the order, and of those that begin with it; empty when the order
+    // is another column's.
+    QString before, beginning;
 };
 
 /// Nothing when the statement isn't a search that can be written so.

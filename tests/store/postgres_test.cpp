@@ -143,6 +143,15 @@ TEST(PostgresSearch, TakesTheWayThatHasTheLeastToLookAt) {
     EXPECT_EQ(choose(150'000, 400'000, 200'000), "walk") << "whoever passes by has it";
     EXPECT_EQ(choose(10'000, 400'000, 15'000), "list") << "too many are passed by to ask each of them";
     EXPECT_EQ(choose(3'000, 2'000, 0), "look up") << "the walk would go on to the end";
+    ways.beginning = "beginning", ways.walkList = ways.listed = "";
+    std::map<QString, double> guesses = {{"having", 12'000}, {"passing", 500'000}, {"beginning", 11'900}};
+    const auto guess = [&guesses](const QString& select) { return guesses.at(select); };
+    ways.before = "before", guesses["before"] = 20'000;
+    EXPECT_EQ(Quickest(ways, guess), "walk");
+    guesses["before"] = 450'000;
+    EXPECT_EQ(Quickest(ways, guess), "look up") << "all of them lie at the far end";
+    guesses["beginning"] = 0;
+    EXPECT_EQ(Quickest(ways, guess), "walk") << "they lie anywhere";
     EXPECT_FALSE(Quickest(ways, [](const QString&) { return std::nullopt; }));
 }
 
