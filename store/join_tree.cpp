@@ -9,14 +9,10 @@ constexpr int kDeepest = 100;
 constexpr int kMostPrimaries = 200;  // tables and brackets; the engine joins 64 tables at most
 
 bool IsJoinWord(const TokenizedSql& sql, std::size_t index) {
-    for (const char* word : {"JOIN", "INNER", "LEFT", "RIGHT", "FULL", "CROSS", "NATURAL", "ON", "USING"}) {
-        // LEFT(…) and RIGHT(…) are functions.
-        if (sql.IsWord(index, QLatin1String(word))) {
-            return !sql.IsSymbol(index + 1, QLatin1String("(")) || sql.IsWord(index, QLatin1String("JOIN")) ||
-                   sql.IsWord(index, QLatin1String("ON")) || sql.IsWord(index, QLatin1String("USING"));
-        }
-    }
-    return false;
+    // LEFT(…) and RIGHT(…) are functions.
+    return sql.IsAnyWord(index, {"JOIN", "ON", "USING"}) ||
+           (sql.IsAnyWord(index, {"INNER", "LEFT", "RIGHT", "FULL", "CROSS", "NATURAL"}) &&
+            !sql.IsSymbol(index + 1, QLatin1String("(")));
 }
 
 // A recursive descent over the clause; any member returns null for a clause it can't read.

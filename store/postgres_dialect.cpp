@@ -15,7 +15,12 @@ namespace {
 using Kind = SqlToken::Kind;
 
 // Words that are no names. Whatever else stands without quotes is one, unless a bracket makes it a function.
-const std::set<QString>& Keywords() {
+struct InAnyCase {
+    using is_transparent = void;
+    bool operator()(QStringView a, QStringView b) const { return a.compare(b, Qt::CaseInsensitive) < 0; }
+};
+
+const std::set<QString, InAnyCase>& Keywords() {
     static const QStringList words =
         QStringLiteral(
             "ACCESS ADD ALL ALTER ANALYZE AND AS ASC BEGIN BETWEEN BIGINT BY CASCADE CASE CAST CHECK COLUMN "
@@ -26,7 +31,7 @@ const std::set<QString>& Keywords() {
             "RETURNING REVOKE RIGHT ROLLBACK SCHEMA SELECT SET SHARE SHOW TABLE TEMPLATE TEXT THEN TO TRANSACTION "
             "TRUE TRUNCATE UNION UNIQUE UPDATE USING VALUES VARCHAR VIEW WHEN WHERE WITH")
             .split(u' ');
-    static const std::set<QString> set(words.begin(), words.end());
+    static const std::set<QString, InAnyCase> set(words.begin(), words.end());
     return set;
 }
 
@@ -35,7 +40,10 @@ QString Utf8(const std::string& text) {
 }
 
 QString Quote(QString text, QChar mark) {
-    return mark + text.replace(mark, QString(2, mark)) + mark;
+    if (text.contains(mark)) text.replace(mark, QString(2, mark));
+    QString quoted;
+    quoted.reserve(text.size() + 2);
+    return quoted.append(mark).append(text).append(mark);
 }
 
 QString Literal(const std::string& text) {
@@ -54,7 +62,7 @@ class Writer {
             return std::nullopt;
         }
         for (const auto& [select, shape] : selects_) {
-            if (!IsAny(select + 1, {"DISTINCT"}) && FindsByPieces(shape.where)) SortWhatIsFound(shape.tail);
+            if (!sql_.IsAnyWord(select + 1, {"DISTINCT"}) && FindsByPieces(shape.where)) SortWhatIsFound(shape.tail);
             NoteAlternatives(shape.where);
         }
         return sql_.Size() == 0 ? sql_.Text() : Written(sql_.All());
@@ -68,6 +76,11 @@ class Writer {
         TokenRange left, right;
         bool negated = false;
         std::optional<std::size_t> escape;
+        // Of a pattern that is a literal.
+        std::optional<LikePattern> pattern;
+        std::optional<std::string> folded;
+        std::vector<std::string> pieces;
+        bool onePiece = false;  // it may stand anywhere, and says it all
     };
 
     // Notes what has to change about the clause that begins here.
@@ -89,8 +102,8 @@ class Writer {
     }
 
     bool IsFound(const Like& like) const {
-        if (form_.pieces == Pieces::Throughout) return LooksUp(like) && !PatternOf(like).Pieces().empty();
-        return form_.pieces == Pieces::Asked && IsOnePiece(like);
+        if (form_.pieces == Pieces::Throughout) return LooksUp(like) && !like.pieces.empty();
+        return form_.pieces == Pieces::Asked && like.onePiece;
     }
 
     // Nearly all rows are unlike a text, so no index helps to find them.
@@ -109,11 +122,11 @@ class Writer {
             int alternatives = 0;
             bool simple = conjunct.end < sql_.Size(), compared = false;
             for (std::size_t i = conjunct.begin; i < conjunct.end; ++i) {
-                simple = simple && !IsAny(i, {"NOT", "SELECT", "CASE"});
+                simple = simple && !sql_.IsAnyWord(i, {"NOT", "SELECT", "CASE"});
                 const auto like = likes_.find(i);
                 if (like == likes_.end()) continue;
-                simple = simple && LooksUp(like->second.first) && !PatternOf(like->second.first).Pieces().empty();
-                compared = compared || !IsOnePiece(like->second.first);
+                simple = simple && LooksUp(like->second.first) && !like->second.first.pieces.empty();
+                compared = compared || !like->second.first.onePiece;
                 ++alternatives;
             }
             if (simple && compared && alternatives > 1) twice_[conjunct.begin] = conjunct.end;
@@ -128,17 +141,11 @@ class Writer {
             std::size_t end = item.begin + 1;
             while (sql_.IsSymbol(end, QLatin1String(".")) && sql_.IsName(end + 1))
                 end += 2;
-            const bool plain = sql_.IsName(item.begin) && (end == item.end || IsAny(end, {"ASC", "DESC"}));
+            const bool plain = sql_.IsName(item.begin) && (end == item.end || sql_.IsAnyWord(end, {"ASC", "DESC"}));
             if (!plain) continue;
             before_[item.begin] = QStringLiteral("GREATEST(");
             behind_[end - 1].prepend(u')');
         }
-    }
-
-    bool IsAny(std::size_t i, std::initializer_list<const char*> words) const {
-        for (const char* word : words)
-            if (sql_.IsWord(i, QLatin1String(word))) return true;
-        return false;
     }
 
     // A comma binds looser than a JOIN here, so the tables before it would be out of the condition's sight.
@@ -159,15 +166,16 @@ class Writer {
         for (; i < sql_.Size(); ++i) {
             if (sql_.IsSymbol(i, QLatin1String("("))) i = sql_.Closing(i);
             const std::size_t next = i + 1;
-            const bool end = next >= sql_.Size() || sql_.IsSymbol(next, QLatin1String(")")) ||
-                             sql_.IsSymbol(next, QLatin1String(";")) ||
-                             IsAny(next, {"LIMIT", "OFFSET", "UNION", "EXCEPT", "INTERSECT", "FOR", "ROWS", "RANGE"});
+            const bool end =
+                next >= sql_.Size() || sql_.IsSymbol(next, QLatin1String(")")) ||
+                sql_.IsSymbol(next, QLatin1String(";")) ||
+                sql_.IsAnyWord(next, {"LIMIT", "OFFSET", "UNION", "EXCEPT", "INTERSECT", "FOR", "ROWS", "RANGE"});
             if (end || sql_.IsSymbol(next, QLatin1String(","))) {
                 orders_.push_back({begin, next});
                 begin = next + 1;
-                behind_[i] = IsAny(i, {"DESC"})            ? QStringLiteral(" NULLS LAST")
-                             : IsAny(i, {"FIRST", "LAST"}) ? QString()
-                                                           : QStringLiteral(" NULLS FIRST");
+                behind_[i] = sql_.IsAnyWord(i, {"DESC"})            ? QStringLiteral(" NULLS LAST")
+                             : sql_.IsAnyWord(i, {"FIRST", "LAST"}) ? QString()
+                                                                    : QStringLiteral(" NULLS FIRST");
             }
             if (end) return;
         }
@@ -187,7 +195,18 @@ class Writer {
         }
         if (like.escape && (sql_.At(*like.escape).kind != Kind::Text || !IsLiteral(like.right)))
             problem_ = QStringLiteral("ESCAPE は文字列だけで使えます。");
-        likes_[like.left.begin] = {like, end};
+        else if (IsLiteral(like.right))
+            ReadPattern(like);
+        const std::size_t begin = like.left.begin;
+        likes_[begin] = {std::move(like), end};
+    }
+
+    void ReadPattern(Like& like) const {
+        const auto escape = like.escape ? OnlyCharacter(Content(*like.escape)) : std::nullopt;
+        like.pattern.emplace(Content(like.right.begin), escape);
+        like.folded = like.pattern->Folded();
+        like.pieces = like.pattern->Pieces();
+        like.onePiece = !like.negated && like.pieces.size() == 1 && like.folded == Anywhere(like.pieces.front());
     }
 
     bool IsLiteral(TokenRange range) const { return range.Size() == 1 && sql_.At(range.begin).kind == Kind::Text; }
@@ -236,31 +255,32 @@ class Writer {
     }
 
     bool IsKeyword(std::size_t i) const {
+        const SqlToken& token = sql_.At(i);
+        // Nearly all names begin with a letter that no keyword has.
+        if (token.kind != Kind::Word || sql_.Text()[token.start].unicode() >= 0x80) return false;
         const bool column = i > 0 && sql_.IsSymbol(i - 1, QLatin1String("."));
-        return sql_.At(i).kind == Kind::Word && !column && Keywords().contains(Token(i).toUpper());
+        return !column && Keywords().contains(Token(i));
     }
 
-    QString Token(std::size_t i) const { return sql_.Text().mid(sql_.At(i).start, sql_.At(i).length); }
+    QStringView Token(std::size_t i) const { return QStringView(sql_.Text()).mid(sql_.At(i).start, sql_.At(i).length); }
 
     QString WrittenLike(const Like& like, Part part) const {
         const QString text = QStringLiteral("(%1)::text").arg(Written(like.left));
         const auto stored = StoredText(like.left);
         const QString folded = stored.value_or(QStringLiteral("katsudo_fold(%1)").arg(text));
         const QString negation = like.negated ? QStringLiteral("NOT ") : QString();
-        if (!IsLiteral(like.right))
+        if (!like.pattern)
             return QStringLiteral("(%1%2 LIKE katsudo_pattern((%3)::text))").arg(negation, folded, Written(like.right));
-        const LikePattern pattern = PatternOf(like);
-        const auto written = pattern.Folded();
-        if (!written) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
-        const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, Literal(*written));
-        const std::vector<std::string> pieces = stored ? pattern.FewestPieces() : pattern.Pieces();
+        if (!like.folded) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
+        const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, Literal(*like.folded));
+        const std::vector<std::string> pieces = stored ? like.pattern->FewestPieces() : like.pieces;
         if (!LooksUp(like) || pieces.empty()) return u'(' + negation + plain + u')';
         QStringList literals;
         for (const std::string& piece : pieces)
             literals << Literal(piece);
         const QString found = QStringLiteral("katsudo_pieces(%1) @> ARRAY[%2]").arg(text, literals.join(u','));
-        if (part == Part::Found || (part == Part::All && IsOnePiece(like))) return u'(' + found + u')';
-        const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, Literal(*written));
+        if (part == Part::Found || (part == Part::All && like.onePiece)) return u'(' + found + u')';
+        const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, Literal(*like.folded));
         const QString compared = stored ? plain : matches;
         return part == Part::Compared ? compared : QStringLiteral("(%1 AND %2)").arg(compared, found);
     }
@@ -284,7 +304,7 @@ class Writer {
         const auto known = form_.folded.find(table);
         if (known == form_.folded.end() || !known->second.contains(sql_.Name(range.end - 1))) return {};
         const QString column = QuotedForPostgres(FoldedColumn(BareName(range.end - 1)));
-        return named ? WrittenToken(range.begin) + u'.' + column : column;
+        return named ? Written({range.begin, range.begin + 1}) + u'.' + column : column;
     }
 
     // The table that has this name in the FROM, or this alias; names as they are compared.
@@ -293,7 +313,7 @@ class Writer {
             const bool column =
                 sql_.IsSymbol(i + 1, QLatin1String(".")) || (i > 0 && sql_.IsSymbol(i - 1, QLatin1String(".")));
             if (column || !sql_.IsName(i) || IsKeyword(i) || sql_.Name(i) != name) continue;
-            const std::size_t before = i > from.begin && IsAny(i - 1, {"AS"}) ? i - 1 : i;
+            const std::size_t before = i > from.begin && sql_.IsAnyWord(i - 1, {"AS"}) ? i - 1 : i;
             return before > from.begin && sql_.IsName(before - 1) && !IsKeyword(before - 1) ? sql_.Name(before - 1)
                                                                                             : name;
         }
@@ -302,18 +322,8 @@ class Writer {
 
     QString OnlyTable(TokenRange from) const { return from.Size() == 1 ? sql_.Name(from.begin) : QString(); }
 
-    QString BareName(std::size_t i) const { return sql_.At(i).kind == Kind::Quoted ? Unquoted(i) : Token(i); }
-
-    LikePattern PatternOf(const Like& like) const {
-        return LikePattern(Content(like.right.begin).toUtf8().toStdString(), Escape(like));
-    }
-
-    // One piece that may stand anywhere says it all.
-    bool IsOnePiece(const Like& like) const {
-        if (like.negated || !IsLiteral(like.right)) return false;
-        const LikePattern pattern = PatternOf(like);
-        const std::vector<std::string> pieces = pattern.Pieces();
-        return pieces.size() == 1 && pattern.Folded() == Anywhere(pieces.front());
+    QString BareName(std::size_t i) const {
+        return sql_.At(i).kind == Kind::Quoted ? Unquoted(i) : Token(i).toString();
     }
 
     // The pattern of the texts that hold a piece.
@@ -326,23 +336,20 @@ class Writer {
         return pattern += '%';
     }
 
-    std::optional<Letter> Escape(const Like& like) const {
-        return like.escape ? OnlyCharacter(Content(*like.escape).toUtf8().toStdString()) : std::nullopt;
-    }
-
     // A literal without its quotes.
-    QString Content(std::size_t i) const {
-        return Token(i).mid(1).chopped(1).replace(QLatin1String("''"), QLatin1String("'"));
+    std::string Content(std::size_t i) const {
+        return Token(i).mid(1).chopped(1).toString().replace(QLatin1String("''"), QLatin1String("'")).toStdString();
     }
 
     QString Written(TokenRange range, Part part = Part::All) const {
         QString written;
+        written.reserve(4 * qsizetype(range.Size()));
         for (std::size_t i = range.begin; i < range.end;) {
             if (i > range.begin) {
                 const auto before = sql_.At(i - 1).End();
-                written += sql_.Text().mid(before, sql_.At(i).start - before);
+                written += QStringView(sql_.Text()).mid(before, sql_.At(i).start - before);
             }
-            written += before_.value(i);
+            if (before_.contains(i)) written += before_.value(i);
             const auto like = likes_.find(i);
             const auto twice = part == Part::All ? twice_.find(i) : twice_.end();
             if (twice != twice_.end()) {
@@ -353,33 +360,34 @@ class Writer {
                 written += WrittenLike(like->second.first, part);
                 i = like->second.second;
             } else {
-                written += WrittenToken(i++);
+                WriteToken(i++, written);
             }
-            written += behind_.value(i - 1);
+            if (behind_.contains(i - 1)) written += behind_.value(i - 1);
         }
         // What stands behind the last token: a comment.
         return range.end == sql_.Size() ? written + sql_.Text().mid(sql_.At(range.end - 1).End()) : written;
     }
 
-    QString WrittenToken(std::size_t i) const {
-        if (instead_.contains(i)) return instead_.value(i);
-        switch (sql_.At(i).kind) {
-            case Kind::Quoted:
-                return Quote(Unquoted(i), u'"');
-            case Kind::Word:
-                return IsBareName(i) ? Quote(Token(i), u'"') : Token(i);
-            case Kind::Number:
-                return IsCompared(i) ? Quote(Token(i), u'\'') : Token(i);
-            case Kind::Symbol:
-                return sql_.IsSymbol(i, QLatin1String("==")) ? QStringLiteral("=") : Token(i);
-            case Kind::Text:
-                break;
+    void WriteToken(std::size_t i, QString& written) const {
+        if (instead_.contains(i)) {
+            written += instead_.value(i);
+            return;
         }
-        return Token(i);
+        const Kind kind = sql_.At(i).kind;
+        if (kind == Kind::Quoted)
+            written += Quote(Unquoted(i), u'"');
+        else if (kind == Kind::Word && IsBareName(i))
+            written.append(u'"').append(Token(i)).append(u'"');
+        else if (kind == Kind::Number && IsCompared(i))
+            written.append(u'\'').append(Token(i)).append(u'\'');
+        else if (sql_.IsSymbol(i, QLatin1String("==")))
+            written += u'=';
+        else
+            written += Token(i);
     }
 
     QString Unquoted(std::size_t i) const {
-        const QString name = Token(i);
+        const QString name = Token(i).toString();
         return name[0] == u'[' ? name.mid(1).chopped(1)
                                : name.mid(1).chopped(1).replace(QString(2, name[0]), QString(name[0]));
     }
@@ -388,19 +396,20 @@ class Writer {
         if (IsKeyword(i)) return false;
         // A name with a bracket behind it is a function, or a table with its columns.
         if (!sql_.IsSymbol(i + 1, QLatin1String("("))) return true;
-        return (i > 0 && IsAny(i - 1, {"INTO", "TABLE", "ON", "EXISTS", "WITH"})) || Token(i)[0].unicode() >= 0x80;
+        return (i > 0 && sql_.IsAnyWord(i - 1, {"INTO", "TABLE", "ON", "EXISTS", "WITH"})) ||
+               Token(i)[0].unicode() >= 0x80;
     }
 
     // A number that is the whole side of a comparison.
     bool IsCompared(std::size_t i) const {
         const auto comparison = [this](std::size_t at) {
-            for (const char* symbol : {"=", "==", "<>", "!=", "<", ">", "<=", ">="})
-                if (sql_.IsSymbol(at, QLatin1String(symbol))) return true;
+            for (const std::string_view symbol : {"=", "==", "<>", "!=", "<", ">", "<=", ">="})
+                if (sql_.IsSymbol(at, QLatin1String(symbol.data(), qsizetype(symbol.size())))) return true;
             return false;
         };
         const auto arithmetic = [this](std::size_t at) {
-            for (const char* symbol : {"+", "-", "*", "/", "%", "||"})
-                if (sql_.IsSymbol(at, QLatin1String(symbol))) return true;
+            for (const std::string_view symbol : {"+", "-", "*", "/", "%", "||"})
+                if (sql_.IsSymbol(at, QLatin1String(symbol.data(), qsizetype(symbol.size())))) return true;
             return false;
         };
         if (i > 0 && comparison(i - 1)) return !arithmetic(i + 1);
@@ -459,7 +468,7 @@ std::optional<QString> WriteForPostgres(const TokenizedSql& sql, const LikeForm&
 }
 
 bool IsKeywordOfPostgres(const QString& word) {
-    return Keywords().contains(word.toUpper());
+    return Keywords().contains(word);
 }
 
 QString LimitedTo(const QString& postgresSql, int mostRows) {

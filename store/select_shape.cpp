@@ -3,17 +3,8 @@
 namespace store {
 namespace {
 
-bool IsAny(const TokenizedSql& sql, std::size_t index, std::initializer_list<const char*> words) {
-    for (const char* word : words) {
-        if (sql.IsWord(index, QLatin1String(word))) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool IsSetOperator(const TokenizedSql& sql, std::size_t index) {
-    return IsAny(sql, index, {"UNION", "EXCEPT", "INTERSECT"});
+    return sql.IsAnyWord(index, {"UNION", "EXCEPT", "INTERSECT"});
 }
 
 bool IsRowCount(const TokenizedSql& sql, std::size_t index) {
@@ -41,7 +32,8 @@ void ReadTop(const TokenizedSql& sql, std::size_t& at, SelectShape& shape) {
     const std::size_t end = bracket ? number + 2 : number + 1;
     shape.top = {at, end};
     shape.limit = number;
-    shape.unusualTop = IsAny(sql, end, {"PERCENT"}) || (IsAny(sql, end, {"WITH"}) && IsAny(sql, end + 1, {"TIES"}));
+    shape.unusualTop =
+        sql.IsAnyWord(end, {"PERCENT"}) || (sql.IsAnyWord(end, {"WITH"}) && sql.IsAnyWord(end + 1, {"TIES"}));
     at = end;
 }
 
@@ -56,10 +48,12 @@ std::size_t Find(const TokenizedSql& sql, std::size_t at, std::size_t end, Stop 
 
 void ReadClauses(const TokenizedSql& sql, std::size_t at, SelectShape& shape) {
     const std::size_t end = shape.all.end;
-    const auto isTail = [&](std::size_t i) { return IsAny(sql, i, {"GROUP", "HAVING", "WINDOW", "ORDER", "LIMIT"}); };
+    const auto isTail = [&](std::size_t i) {
+        return sql.IsAnyWord(i, {"GROUP", "HAVING", "WINDOW", "ORDER", "LIMIT"});
+    };
     const auto isFrom = [&](std::size_t i) {
         // "IS DISTINCT FROM" is an operator.
-        return sql.IsWord(i, QLatin1String("FROM")) && !IsAny(sql, i - 1, {"DISTINCT"});
+        return sql.IsWord(i, QLatin1String("FROM")) && !sql.IsAnyWord(i - 1, {"DISTINCT"});
     };
     const auto isClause = [&](std::size_t i) { return isTail(i) || sql.IsWord(i, QLatin1String("WHERE")); };
     const std::size_t from = Find(sql, at, end, [&](std::size_t i) { return isFrom(i) || isClause(i); });
@@ -86,10 +80,10 @@ SelectShape ShapeOf(const TokenizedSql& sql, std::size_t select) {
     };
     shape.all = {select, Find(sql, select + 1, sql.Size(), isEnd)};
     shape.compound = IsSetOperator(sql, shape.all.end) ||
-                     (select > 0 && (IsSetOperator(sql, select - 1) || (IsAny(sql, select - 1, {"ALL"}) && select > 1 &&
-                                                                        IsSetOperator(sql, select - 2))));
+                     (select > 0 && (IsSetOperator(sql, select - 1) || (sql.IsAnyWord(select - 1, {"ALL"}) &&
+                                                                        select > 1 && IsSetOperator(sql, select - 2))));
     std::size_t at = select + 1;
-    at += IsAny(sql, at, {"DISTINCT", "ALL"}) ? 1 : 0;
+    at += sql.IsAnyWord(at, {"DISTINCT", "ALL"}) ? 1 : 0;
     ReadTop(sql, at, shape);
     ReadClauses(sql, at, shape);
     return shape;

@@ -8,16 +8,9 @@ namespace {
 
 using Kind = SqlToken::Kind;
 
-bool IsAnyWord(const TokenizedSql& sql, std::size_t index, std::initializer_list<QLatin1String> words) {
-    return std::any_of(words.begin(), words.end(), [&](auto word) { return sql.IsWord(index, word); });
-}
-
 // Words of a condition that name no column.
 bool IsConditionWord(const TokenizedSql& sql, std::size_t index) {
-    return IsAnyWord(
-        sql, index,
-        {QLatin1String("AND"), QLatin1String("OR"), QLatin1String("NOT"), QLatin1String("IS"), QLatin1String("NULL"),
-         QLatin1String("LIKE"), QLatin1String("IN"), QLatin1String("BETWEEN"), QLatin1String("ESCAPE")});
+    return sql.IsAnyWord(index, {"AND", "OR", "NOT", "IS", "NULL", "LIKE", "IN", "BETWEEN", "ESCAPE"});
 }
 
 std::optional<ComparisonSide> ReadSide(const TokenizedSql& sql, std::size_t& at, std::size_t end) {

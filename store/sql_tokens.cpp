@@ -155,17 +155,24 @@ QString TokenizedSql::Slice(TokenRange range) const {
 }
 
 bool TokenizedSql::IsWord(std::size_t index, QLatin1String word) const {
+    return IsAnyWord(index, {std::string_view(word.data(), std::size_t(word.size()))});
+}
+
+bool TokenizedSql::IsAnyWord(std::size_t index, std::initializer_list<std::string_view> words) const {
     if (index >= tokens_.size() || tokens_[index].kind != SqlToken::Kind::Word) {
         return false;
     }
-    // Nearly every question is answered by the length and the first letter.
-    const auto& token = tokens_[index];
+    const QStringView text = QStringView(text_).mid(tokens_[index].start, tokens_[index].length);
     constexpr char16_t kSmall = 0x20;
-    if (token.length != word.size() || (text_[token.start].unicode() | kSmall) != (word[0].unicode() | kSmall)) {
-        return false;
+    for (const std::string_view word : words) {
+        // Nearly every question is answered by the length and the first letter.
+        const QLatin1String latin(word.data(), qsizetype(word.size()));
+        if (text.size() == latin.size() && (text[0].unicode() | kSmall) == (latin[0].unicode() | kSmall) &&
+            text.compare(latin, Qt::CaseInsensitive) == 0) {
+            return index == 0 || !IsSymbol(index - 1, QLatin1String("."));
+        }
     }
-    return QStringView(text_).mid(token.start, token.length).compare(word, Qt::CaseInsensitive) == 0 &&
-           (index == 0 || !IsSymbol(index - 1, QLatin1String(".")));
+    return false;
 }
 
 bool TokenizedSql::IsSymbol(std::size_t index, QLatin1String symbol) const {

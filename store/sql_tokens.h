@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <initializer_list>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace store {
@@ -49,6 +51,8 @@ class TokenizedSql {
 
     /// True for a word without quotes that is this one in any case and not the column of a "table.column".
     bool IsWord(std::size_t index, QLatin1String word) const;
+    /// The same for any of these.
+    bool IsAnyWord(std::size_t index, std::initializer_list<std::string_view> words) const;
     bool IsSymbol(std::size_t index, QLatin1String symbol) const;
 
     /// True for a word or a quoted name.

@@ -7,6 +7,7 @@
 
 #include "store/create_store.h"
 #include "store/postgres_dialect.h"
+#include "store/postgres_search.h"
 #include "store/sqlite_dialect.h"
 #include "tests/rewriter/engine_rows.h"
 #include "tests/rewriter/random_statement.h"
@@ -85,9 +86,25 @@ class Stores {
     std::vector<Filled> stores_;
 };
 
+/// A server's tables as it describes them to its searches.
+store::SearchTables Searched() {
+    store::SearchTables tables;
+    const std::set<QString> folded = {"名称a", "電話番号"}, all = {"名称a", "電話番号", "コード", "区分", "ｍコード"};
+    for (const plain::TableShape& shape : plain::MadeUpTables())
+        tables[shape.name.toLower()] = {"コード", 1000, folded, {all, {"電話番号", "コード"}}, {"名称a", "電話番号"}};
+    return tables;
+}
+
 /// Each dialect gives a statement or a fault, never both or neither.
 void Rewrite(const QString& sql) {
-    for (const auto dialect : {store::ToSqlite, store::ToPostgres}) {
+    static const store::SearchTables searched = Searched();
+    if (const auto ways = store::WaysOf(sql, searched))
+        for (const double rows : {0.0, 10.0, 900.0})
+            store::Quickest(*ways, [rows](const QString&) { return std::optional(rows); });
+    store::Fault unused;
+    store::ToPostgres(sql, searched, unused);
+    using Dialect = std::optional<QString> (*)(const QString&, store::Fault&);
+    for (const Dialect dialect : {Dialect(store::ToSqlite), Dialect(store::ToPostgres)}) {
         store::Fault fault;
         const auto written = dialect(sql, fault);
         if (written.has_value() != fault.description.isEmpty()) Fail("Neither a statement nor a fault, or both.", sql);
