@@ -35,19 +35,11 @@ const std::set<QString, InAnyCase>& Keywords() {
     return set;
 }
 
-QString Utf8(const std::string& text) {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 QString Quote(QString text, QChar mark) {
     if (text.contains(mark)) text.replace(mark, QString(2, mark));
     QString quoted;
     quoted.reserve(text.size() + 2);
     return quoted.append(mark).append(text).append(mark);
-}
-
-QString Literal(const std::string& text) {
-    return Quote(Utf8(text), u'\'');
 }
 
 class Writer {
@@ -272,15 +264,15 @@ class Writer {
         if (!like.pattern)
             return QStringLiteral("(%1%2 LIKE katsudo_pattern((%3)::text))").arg(negation, folded, Written(like.right));
         if (!like.folded) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
-        const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, Literal(*like.folded));
+        const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, LiteralForPostgres(*like.folded));
         const std::vector<std::string> pieces = stored ? like.pattern->FewestPieces() : like.pieces;
         if (!LooksUp(like) || pieces.empty()) return u'(' + negation + plain + u')';
         QStringList literals;
         for (const std::string& piece : pieces)
-            literals << Literal(piece);
+            literals << LiteralForPostgres(piece);
         const QString found = QStringLiteral("katsudo_pieces(%1) @> ARRAY[%2]").arg(text, literals.join(u','));
         if (part == Part::Found || (part == Part::All && like.onePiece)) return u'(' + found + u')';
-        const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, Literal(*like.folded));
+        const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, LiteralForPostgres(*like.folded));
         const QString compared = stored ? plain : matches;
         return part == Part::Compared ? compared : QStringLiteral("(%1 AND %2)").arg(compared, found);
     }
@@ -428,30 +420,6 @@ class Writer {
     std::map<std::size_t, std::size_t> twice_;                   // conditions to be written twice, likewise
 };
 
-// "text" with every pair in it replaced.
-QString Replaced(QString text) {
-    for (const auto& [two, one] : VoicedPairs())
-        text = QStringLiteral("replace(%1,%2,%3)").arg(text, Literal(two), Literal(one));
-    return text;
-}
-
-// Translating looks at the whole of its list for every letter, and most texts have nothing to translate: each list has
-// a gate before it.
-QString TranslateBetween(Letter first, Letter end) {
-    const FoldTexts texts = FoldedBetween(first, end);
-    const auto escaped = [](Letter c) { return QStringLiteral("\\u%1").arg(c, 4, 16, QChar(u'0')); };
-    return QStringLiteral("IF t ~ '[%1-%2]' THEN t := translate(t, %3, %4); END IF; ")
-        .arg(escaped(first), escaped(end - 1), Literal(texts.from), Literal(texts.to));
-}
-
-QString Function(const QString& head, int cost, const QString& body) {
-    return QStringLiteral(
-               "CREATE OR REPLACE FUNCTION %1 IMMUTABLE STRICT PARALLEL SAFE COST %2 LANGUAGE plpgsql AS $$ %3 $$")
-        .arg(head)
-        .arg(cost)
-        .arg(body);
-}
-
 }  // namespace
 
 std::optional<QString> ToPostgres(const QString& sql, Fault& fault) {
@@ -486,40 +454,12 @@ QString QuotedForPostgres(const QString& name) {
     return Quote(name, u'"');
 }
 
-QString FoldedColumn(const QString& column) {
-    return QStringLiteral("katsudo_") + column;
+QString LiteralForPostgres(const std::string& text) {
+    return Quote(QString::fromUtf8(text.data(), qsizetype(text.size())), u'\'');
 }
 
-// Functions name each other with their schema: whoever restores a dump has none in sight.
-QStringList FoldFunctions() {
-    const QString fold = QStringLiteral(
-                             "BEGIN t := lower(t COLLATE \"C\"); "
-                             "IF octet_length(t) = length(t) "
-                             "OR t !~ '[\\u2212\\u3000-\\u30A0\\uFF01-\\uFFEF]' THEN RETURN t; END IF; "
-                             // Where only letters stand that Unicode's own fold of widths takes as ours does, that one
-                             // is five times as fast. It knows other signs, such as ①, for more than we do.
-                             "IF t !~ '[^\\u0020-\\u007E\\u3000\\u3005\\u3041-\\u3096\\u30A1-\\u30FC\\u4E00-\\u9FFF"
-                             "\\uFF01-\\uFF5E\\uFF61-\\uFF9F]' THEN t := lower(normalize(t, NFKC) COLLATE \"C\"); "
-                             "IF t !~ '[\\u3041-\\u309C]' THEN RETURN t; END IF; END IF; ") +
-                         TranslateBetween(0xFF01, 0xFF5F) + TranslateBetween(0xFF61, 0xFFF0) +
-                         TranslateBetween(0x3000, 0x30A0) + TranslateBetween(0x2212, 0x2213) +
-                         QStringLiteral("IF t ~ '[\\u309B\\u309C]' THEN t := ") + Replaced(QStringLiteral("t")) +
-                         QStringLiteral("; END IF; RETURN t; END");
-    const QString pieces = QStringLiteral(
-        "DECLARE c text[] := string_to_array(public.katsudo_fold(t), NULL); n int := cardinality(c); "
-        "p text[] := c; "
-        "BEGIN FOR i IN 1 .. n - 1 LOOP p[n + i] := c[i] || c[i + 1]; END LOOP; RETURN p; END");
-    // The full-width signs must not become wildcards, nor a backslash an escape.
-    const QString pattern = QStringLiteral(
-        "BEGIN RETURN public.katsudo_fold(replace(replace(replace(t, '\\', '\\\\'), '％', '\\％'), '＿', '\\＿')); "
-        "END");
-    return {Function(QStringLiteral("katsudo_fold(t text) RETURNS text"), 30, fold),
-            Function(QStringLiteral("katsudo_pieces(t text) RETURNS text[]"), 300, pieces),
-            // The engine takes every LIKE with a pattern in its middle for rare, and would then look for the few rows
-            // of one that fits nearly all; of a function it knows nothing.
-            Function(QStringLiteral("katsudo_matches(t text, p text) RETURNS boolean"), 40,
-                     QStringLiteral("BEGIN RETURN public.katsudo_fold(t) LIKE p; END")),
-            Function(QStringLiteral("katsudo_pattern(t text) RETURNS text"), 40, pattern)};
+QString FoldedColumn(const QString& column) {
+    return QStringLiteral("katsudo_") + column;
 }
 
 }  // namespace store

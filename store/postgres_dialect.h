@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 
 #include "store/connection.h"
 #include "store/sql_tokens.h"
@@ -47,6 +48,9 @@ QString LimitedTo(const QString& postgresSql, int mostRows);
 
 /// A name in the engine's quotes.
 QString QuotedForPostgres(const QString& name);
+
+/// A text, given as UTF-8, as a literal.
+QString LiteralForPostgres(const std::string& text);
 
 /// CREATE FUNCTION statements for what the rewritten LIKE calls: katsudo_fold (text) is the folded text,
 /// katsudo_pieces (text) all its letters and pairs of neighbours, which an index can look up, katsudo_matches (text,
