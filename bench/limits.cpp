@@ -37,6 +37,7 @@ const std::vector<Limit>& Limits() {
          OfServerSearch},
         {"A filled list takes 1.3 times the engine's time and 40 ms", searches,
          [](const Table& table, const Row& row, bool) { return 1.3 * table.At(row, kEngine) + 40; }},
+        {"A statement takes 50 µs on its way through a dialect", {table::kRewriter}, most(50)},
         {"A client that waits for another program takes 3 % of a core",
          {table::kClient},
          [](const Table&, const Row& row, bool) { return row.what.first() == kWaitShare ? 3 : kNoLimit; }}};

@@ -49,6 +49,7 @@ inline const QString kClient = QStringLiteral("client");
 inline const QString kMemory = QStringLiteral("memory");
 inline const QString kCrowd = QStringLiteral("crowd");
 inline const QString kLike = QStringLiteral("like");
+inline const QString kRewriter = QStringLiteral("rewriter");
 inline const QString kIndexes = QStringLiteral("cost of indexes");
 inline const QString kStoreSizes = QStringLiteral("store sizes");
 inline const QString kCompany = QStringLiteral("company");

@@ -170,7 +170,7 @@ std::optional<QString> Replacement(const QString& words, const PageMatter& matte
     static const QStringList tables = {table::kParties,  table::kOthers, table::kNumbers, table::kNames,
                                        table::kTyped,    table::kClient, table::kMemory,  table::kCrowd,
                                        table::kOpenings, table::kCompany};
-    static const QStringList alone = {table::kLike, table::kIndexes, table::kStoreSizes};
+    static const QStringList alone = {table::kLike, table::kRewriter, table::kIndexes, table::kStoreSizes};
     if (tables.contains(words)) return Compared(matter, words);
     if (alone.contains(words)) return Alone(matter, words);
     return std::nullopt;

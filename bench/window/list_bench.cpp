@@ -1,5 +1,6 @@
 #include "bench/window/list_bench.h"
 
+#include "bench/rewriter_times.h"
 #include "bench/statement_trace.h"
 #include "bench/window/search_times.h"
 
@@ -23,6 +24,7 @@ Results RunListBench(const setup::Tree& tree, const Effort& effort) {
                  {kProgram},
                  {{{"all six party lists open, the measuring itself included, MB"}, {ResidentMegabytes()}}}});
     results.Add(TimeSearches(table::kOthers, OtherCases(*open.main), *engine, windows, effort, results));
+    results.Add(TimeRewriters(cases, effort));
     return results;
 }
 
