@@ -46,8 +46,8 @@ class Connection {
 /// `installRoot`, and either path separator will do. It never creates a file. An empty file, a file that is no store, a
 /// missing file and an unknown provider are failed opens. "PostgreSQL" opens the database "Initial Catalog" of the
 /// server "Data Source" (a host or the folder of a socket, with ":port" where it isn't the usual one), a certified one
-/// where `installRoot` asks for it (ServerAuthority); a connection that breaks is opened again by the next statement. A statement waits `patience` milliseconds for another process's
-/// lock. Returns null on a fault and fills `fault`.
+/// where `installRoot` asks for it (ServerAuthority); a connection that breaks is opened again by the next statement. A
+/// statement waits `patience` milliseconds for another process's lock. Returns null on a fault and fills `fault`.
 std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
                                            int patience = kPatience);
 

@@ -209,13 +209,14 @@ class OdbcConnection : public Connection {
         return engine_->dialect(sql, fault);
     }
 
-    // The drivers don't say in one way that a lock was waited for in vain, so the clock has to.
+    // The drivers don't say in one way that a lock was waited for in vain, so the clock has to. That of the engine may
+    // run a little faster.
     void Learn(bool done) {
         if (!done && session_->IsDead()) {
             session_.reset();
             return;
         }
-        const bool wanted = done || (patient_ && !started_.hasExpired(patience_));
+        const bool wanted = done || (patient_ && started_.elapsed() < patience_ - patience_ / 10);
         if (wanted == patient_ || !engine_->settings) return;
         patient_ = wanted;
         Fault unused;

@@ -66,19 +66,21 @@ QString AbsoluteIfFile(const QString& source, const QString& installRoot) {
     return QFileInfo(path).isFile() ? path : source;
 }
 
-// A driver takes of these what it knows, and passes over the others.
-QString ServerAttributes(const QString& server, const QString& installRoot, bool bareDriver) {
+QString ServerAttributes(const QString& server) {
     PostgresLogin login;
     TakeServer(server, login);
     QString text = Attribute("Server", login.host);
     if (login.port > 0) text += QStringLiteral("Port=%1;").arg(login.port);
+    return text;
+}
+
+// How much the other end is trusted. A driver takes of these what it knows, and passes over the others.
+QString TrustAttributes(const QString& installRoot, bool bareServer) {
     const QString authority = ServerAuthority(installRoot);
     const QString keepAlive = QString(kKeepAlive).replace(u';', u' ');
     if (!authority.isEmpty())
-        text += QStringLiteral("SSLmode=verify-full;pqopt={%1 %2};").arg(keepAlive, AuthorityOption(authority));
-    else if (bareDriver)
-        text += QStringLiteral("SSLmode=prefer;pqopt={%1};").arg(keepAlive);
-    return text;
+        return QStringLiteral("SSLmode=verify-full;pqopt={%1 %2};").arg(keepAlive, AuthorityOption(authority));
+    return bareServer ? QStringLiteral("SSLmode=prefer;pqopt={%1};").arg(keepAlive) : QString();
 }
 
 }  // namespace
@@ -116,9 +118,9 @@ QString OdbcAttributes(const ConnectionString& parts, const QString& installRoot
     const QString source = parts.Value(QStringLiteral("Data Source"));
     const QString database = parts.Value(QStringLiteral("Initial Catalog"));
     // A driver for files would make one that is missing.
-    QString text = database.isEmpty()
-                       ? Attribute("Database", AbsoluteIfFile(source, installRoot)) + "NoCreat=1;"
-                       : ServerAttributes(source, installRoot, bareDriver) + Attribute("Database", database);
+    QString text = database.isEmpty() ? Attribute("Database", AbsoluteIfFile(source, installRoot)) + "NoCreat=1;"
+                                      : ServerAttributes(source) + Attribute("Database", database);
+    text += TrustAttributes(installRoot, bareDriver && !database.isEmpty());
     return text + Attribute("UID", parts.Value(QStringLiteral("User ID"))) +
            Attribute("PWD", parts.Value(QStringLiteral("Password")));
 }

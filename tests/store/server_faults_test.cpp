@@ -118,9 +118,10 @@ TEST(DataSource, KeepsItsOwnWordUnlessTheConnectionSaysOtherwise) {
         "]\nDriver=PostgreSQL Unicode\nServername=localhost\nDatabase=postgres\nSSLmode=require\n";
     const DataSources sources("[katsudo-right" + common + "Port=" + server.Place().section(u':', 1).toUtf8() +
                               "\n[katsudo-wrong" + common + "Port=1\n");
-    const auto open = [](const QString& parts) {
+    const QTemporaryDir root;
+    const auto open = [&root](const QString& parts) {
         Fault fault;
-        const auto connection = OpenConnection("User ID=katsudo_admin;Password=x;" + parts, "/", fault);
+        const auto connection = OpenConnection("User ID=katsudo_admin;Password=x;" + parts, root.path(), fault);
         return connection ? QString("open") : fault.description;
     };
     const QString here = "Data Source=" + server.At("localhost") + ";Initial Catalog=postgres;";
@@ -128,6 +129,13 @@ TEST(DataSource, KeepsItsOwnWordUnlessTheConnectionSaysOtherwise) {
     EXPECT_EQ(open("Provider=ODBC:katsudo-right;" + here), "open");
     EXPECT_TRUE(open("Provider=ODBC:katsudo-wrong;").contains("port 1 failed"));
     EXPECT_EQ(open("Provider=ODBC:katsudo-wrong;" + here), "open") << "the port of the server's name";
+    ASSERT_TRUE(QDir(root.path()).mkpath("conf"));
+    ASSERT_TRUE(QFile::copy(server.File("authority.crt"), root.filePath("conf/server-ca.crt")));
+    EXPECT_EQ(open("Provider=ODBC:katsudo-right;"), "open");
+    ASSERT_TRUE(QFile::remove(root.filePath("conf/server-ca.crt")));
+    ASSERT_TRUE(QFile::copy(server.File("server.crt"), root.filePath("conf/server-ca.crt")));
+    EXPECT_TRUE(open("Provider=ODBC:katsudo-right;").contains("certificate")) << "the authority of another server";
+    ASSERT_TRUE(QFile::remove(root.filePath("conf/server-ca.crt")));
     server.Do("ALTER SYSTEM SET ssl = off");
     server.Do("SELECT pg_reload_conf()");
     EXPECT_TRUE(open("Provider=ODBC:katsudo-right;").contains("does not support SSL"));
