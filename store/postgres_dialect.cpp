@@ -344,7 +344,7 @@ class Writer {
             if (before_.contains(i)) written += before_.value(i);
             const auto like = likes_.find(i);
             const auto twice = part == Part::All ? twice_.find(i) : twice_.end();
-            if (twice != twice_.end()) {
+            if (twice != twice_.end() && twice->second <= range.end) {
                 const TokenRange all{i, twice->second};
                 written += Written(all, Part::Found) + QStringLiteral(" AND ") + Written(all, Part::Compared);
                 i = twice->second;
