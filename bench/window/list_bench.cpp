@@ -24,7 +24,7 @@ Results RunListBench(const setup::Tree& tree, const Effort& effort) {
                  {kProgram},
                  {{{"all six party lists open, the measuring itself included, MB"}, {ResidentMegabytes()}}}});
     results.Add(TimeSearches(table::kOthers, OtherCases(*open.main), *engine, windows, effort, results));
-    results.Add(TimeRewriters(cases, effort));
+    results.Add(TimeRewriters(effort));
     return results;
 }
 
