@@ -1,13 +1,13 @@
 #include "store/postgres_connection.h"
 
 #include <QRegularExpression>
-#include <QSqlRecord>
 #include <QVariant>
 #include <algorithm>
 
 #include "store/patience.h"
 #include "store/postgres_dialect.h"
 #include "store/postgres_search.h"
+#include "store/qt_query.h"
 
 namespace store {
 namespace {
@@ -41,7 +41,8 @@ class PostgresConnection : public Connection {
         std::unique_ptr<Recordset> rows;
         if (ChooseWay(sql, *written, fault)) {
             QSqlQuery query = link_->NewQuery();
-            if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault)) rows = ReadRows(query, mostRows);
+            if (PostgresLink::Start(query, LimitedTo(*written, mostRows), fault))
+                rows = ReadRows(query, mostRows, fault);
         }
         Learn(rows != nullptr, fault);
         return rows;
@@ -108,30 +109,6 @@ class PostgresConnection : public Connection {
         if (wanted == patient_) return;
         patient_ = wanted;
         link_->WaitForLocks(patient_ ? patience_ : std::min(patience_, kImpatience));
-    }
-
-    static std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows) {
-        const QSqlRecord record = query.record();
-        QStringList columns;
-        std::vector<int> places;
-        for (int i = 0; i < record.count(); ++i) {
-            if (IsFolded(record, i)) continue;
-            columns.append(record.fieldName(i));
-            places.push_back(i);
-        }
-        std::vector<Recordset::Row> rows;
-        while (static_cast<int>(rows.size()) < mostRows && query.next()) {
-            Recordset::Row& row = rows.emplace_back();
-            for (const int i : places)
-                row.push_back(query.isNull(i) ? std::nullopt : std::optional(query.value(i).toString()));
-        }
-        return std::make_unique<Recordset>(std::move(columns), std::move(rows));
-    }
-
-    // A "*" gives the folded texts as well, which are the engine's own affair.
-    static bool IsFolded(const QSqlRecord& record, int column) {
-        const QString head = FoldedColumn({}), name = record.fieldName(column);
-        return name.startsWith(head) && record.contains(name.mid(head.size()));
     }
 
     PostgresLogin login_;

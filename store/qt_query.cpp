@@ -4,14 +4,16 @@
 #include <QVariant>
 #include <atomic>
 
+#include "store/postgres_dialect.h"
+
 namespace store {
 namespace {
 
-Recordset::Row ReadRow(const QSqlQuery& query, int width) {
+Recordset::Row ReadRow(const QSqlQuery& query, const std::vector<int>& places) {
     Recordset::Row row;
-    row.reserve(static_cast<std::size_t>(width));
-    for (int i = 0; i < width; ++i) {
-        const QVariant value = query.value(i);
+    row.reserve(places.size());
+    for (const int place : places) {
+        const QVariant value = query.value(place);
         row.push_back(value.isNull() ? std::nullopt : std::optional(value.toString()));
     }
     return row;
@@ -22,6 +24,20 @@ Recordset::Row ReadRow(const QSqlQuery& query, int width) {
 QString BareName(const QString& name) {
     const auto end = name.indexOf(QChar(u'\0'));
     return end < 0 ? name : name.left(end);
+}
+
+QStringList NamesOf(const QSqlRecord& record) {
+    QStringList names;
+    for (int i = 0; i < record.count(); ++i) {
+        names.append(BareName(record.fieldName(i)));
+    }
+    return names;
+}
+
+// A server's "*" gives the folded texts as well, which are the engine's own affair.
+bool IsFolded(const QStringList& names, const QString& name) {
+    static const QString head = FoldedColumn({});
+    return name.startsWith(head) && names.contains(name.mid(head.size()));
 }
 
 }  // namespace
@@ -65,14 +81,18 @@ bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
 }
 
 std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault) {
+    const QStringList names = NamesOf(query.record());
     QStringList columns;
-    const QSqlRecord record = query.record();
-    for (int i = 0; i < record.count(); ++i) {
-        columns.append(BareName(record.fieldName(i)));
+    std::vector<int> places;
+    for (int i = 0; i < names.size(); ++i) {
+        if (!IsFolded(names, names[i])) {
+            columns.append(names[i]);
+            places.push_back(i);
+        }
     }
     std::vector<Recordset::Row> rows;
     while (static_cast<int>(rows.size()) < mostRows && query.next()) {
-        rows.push_back(ReadRow(query, record.count()));
+        rows.push_back(ReadRow(query, places));
     }
     if (query.lastError().isValid()) {
         fault = FaultOf(query.lastError());

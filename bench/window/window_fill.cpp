@@ -118,8 +118,9 @@ void WindowFill::Close(const Opening& opening) {
 
 std::vector<Recorded> WindowFill::StatementsOf(const ListCase& search) {
     if (!stage_->connection) return {};
-    // What leads to the search isn't part of it.
+    // What leads to the search isn't part of it, nor what a connection asks of a server before its first one.
     stage_->Prepare(search);
+    (*this)(search);
     stage_->connection->Begin();
     (*this)(search);
     stage_->connection->recording = false;
