@@ -66,7 +66,7 @@ function(katsudo_test NAME FOLDER)
     endforeach()
     target_link_libraries(${NAME} PRIVATE GTest::gmock ${ARG_EXTRA})
     if(NOT EXISTS ${PROJECT_SOURCE_DIR}/tests/${FOLDER}/main.cpp)
-        target_link_libraries(${NAME} PRIVATE GTest::gtest_main)
+        target_sources(${NAME} PRIVATE ${PROJECT_SOURCE_DIR}/tests/main.cpp)
     endif()
     gtest_discover_tests(${NAME} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 600
                          ENVIRONMENT "QT_QPA_PLATFORM=offscreen")

@@ -63,6 +63,7 @@ class EngineTree : public TemporaryTree {
 
 void RunSql(const EngineTree& made, const QString& sql, bool environment = false) {
     const OpenTree open = OpenStores(made.tree, made.Admin());
+    ASSERT_EQ(open.problem, "");
     store::Fault fault;
     ASSERT_TRUE((environment ? open.config : open.main)->Execute(sql, fault)) << fault.description.toStdString();
 }
