@@ -20,6 +20,8 @@ constexpr int kDataSets = 8;
 #else
 constexpr int kDataSets = 100;
 #endif
+// The share of statements that find a row in one of the data sets; few of them show less.
+constexpr double kMadeUpFilled = kDataSets < 100 ? 0.5 : 0.7, kOwnFilled = kDataSets < 100 ? 0.3 : 0.6;
 constexpr int kMadeUpStatements = 1000;
 
 struct Statement {
@@ -125,7 +127,7 @@ TEST_P(Rewriter, AnswersMadeUpStatementsPlainly) {
     auto statements = Read(texts);
     CompareAll(statements);
     EXPECT_GT(compared_, 0.7 * kMadeUpStatements * kDataSets) << "too many are refused";
-    EXPECT_GT(ShareFilled(statements), 0.7) << "too few find a row to tell";
+    EXPECT_GT(ShareFilled(statements), kMadeUpFilled) << "too few find a row to tell";
     EXPECT_GT(refused_, 0.05 * kMadeUpStatements * kDataSets) << "too few that can't be proven";
 }
 
@@ -171,7 +173,7 @@ TEST_P(Rewriter, AnswersTheProgramsStatementsPlainly) {
     CompareAll(statements);
     EXPECT_GT(texts.size(), 300);
     EXPECT_EQ(refused_, 0);
-    EXPECT_GT(ShareFilled(statements), 0.6) << "too few find a row to tell";
+    EXPECT_GT(ShareFilled(statements), kOwnFilled) << "too few find a row to tell";
 }
 
 std::vector<std::multiset<Row>> Unordered(const Result& result) {
