@@ -6,8 +6,8 @@
 #include <QTemporaryDir>
 #include <thread>
 
-#include "setup/command_line.h"
 #include "drive/driver_process.h"
+#include "setup/command_line.h"
 #include "tests/scenarios/office.h"
 
 namespace {
