@@ -121,7 +121,8 @@ class Writer {
                 compared = compared || !like->second.first.onePiece;
                 ++alternatives;
             }
-            if (simple && compared && alternatives > 1) twice_[conjunct.begin] = conjunct.end;
+            const int least = form_.pieces == Pieces::Throughout ? 1 : 2;
+            if (simple && compared && alternatives >= least) twice_[conjunct.begin] = conjunct.end;
         }
     }
 
@@ -274,7 +275,14 @@ class Writer {
         if (part == Part::Found || (part == Part::All && like.onePiece)) return u'(' + found + u')';
         const QString matches = QStringLiteral("katsudo_matches(%1, %2)").arg(text, LiteralForPostgres(*like.folded));
         const QString compared = stored ? plain : matches;
+        if (part == Part::Compared && stored && form_.pieces == Pieces::Throughout) return Uncounted(compared);
         return part == Part::Compared ? compared : QStringLiteral("(%1 AND %2)").arg(compared, found);
+    }
+
+    // The engine would take the comparison of what was found by the pieces for a second sieve, of the few rows left for
+    // fewer still, and join them in a way that is good for a handful. Of a CASE it knows nothing.
+    static QString Uncounted(const QString& condition) {
+        return QStringLiteral("CASE WHEN %1 THEN true END").arg(condition);
     }
 
     // The innermost SELECT around a token.
