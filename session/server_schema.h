@@ -6,11 +6,19 @@
 namespace session {
 
 /// Columns of which the table holds a folded copy beside them (store::FoldedColumn), which the engine keeps up to date
-/// by itself: a search then compares without folding. They are in no description of the table.
+/// by itself: a search then compares without folding. A party's have one that gathers what its contacts have
+/// (store::GatheredColumn). The copies and this one are in no description of the table.
 QStringList FoldedColumns(const Table& table);
 
 /// The table, with its key. Columns of the key refuse Null; all others take it.
 QStringList ServerTableStatements(const Table& table);
+
+/// What makes the engine gather its contacts' texts for a party, once both tables are filled; outside of a transaction.
+/// It may be run again.
+QStringList ServerGatherStatements(const Table& table);
+
+/// What makes it stop until then, so that many rows are written quickly.
+QStringList ServerStopGatherStatements(const Table& table);
 
 /// Its further indexes: the orders in which lists show it, those of a searched column with all that the search looks at
 /// ("…_walk1"), and one that finds a piece of a text however it is written.

@@ -45,6 +45,8 @@ std::unique_ptr<CopyTarget> CopyTarget::Open(const Tree& tree, const std::option
     } else if (provider.compare("PostgreSQL", Qt::CaseInsensitive) == 0) {
         target->writer_ = store::BulkWriter::Open(ServerLogin(tree, target->Config(), admin), fault);
         target->indexes_ = session::ServerIndexStatements;
+        target->gather_ = session::ServerGatherStatements;
+        target->stopGathering_ = session::ServerStopGatherStatements;
         target->last_ = session::ServerStatisticsStatements();
     } else {
         return target;
@@ -71,14 +73,21 @@ bool CopyTarget::Begin(QString& problem) {
 bool CopyTarget::DropIndexes(QString& problem) {
     if (!indexes_) return true;
     if (!Begin(problem)) return false;
-    for (const session::Table& table : session::MainTables())
+    for (const session::Table& table : session::MainTables()) {
+        QStringList statements = stopGathering_ ? stopGathering_(table) : QStringList();
         for (const QString& statement : indexes_(table))
-            if (!Run("DROP INDEX IF EXISTS " + IndexName(statement), problem)) return false;
+            statements << "DROP INDEX IF EXISTS " + IndexName(statement);
+        for (const QString& statement : statements)
+            if (!Run(statement, problem)) return false;
+    }
     return Commit(problem);
 }
 
 bool CopyTarget::MakeIndexes(QString& problem) {
     if (!indexes_) return true;
+    for (const session::Table& table : session::MainTables())
+        for (const QString& statement : gather_ ? gather_(table) : QStringList())
+            if (!Run(statement, problem)) return false;
     if (!Begin(problem)) return false;
     for (const session::Table& table : session::MainTables())
         for (const QString& statement : indexes_(table))

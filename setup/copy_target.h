@@ -25,8 +25,8 @@ class CopyTarget {
     bool Begin(QString& problem);
     bool Commit(QString& problem) { return Run("COMMIT", problem); }
 
-    /// Takes the further indexes of the tables away, which would be in the way of many rows, and makes them again. An
-    /// engine that isn't known keeps them.
+    /// Takes the further indexes of the tables away, and all else that would be in the way of many rows, and makes it
+    /// again. An engine that isn't known keeps them.
     bool DropIndexes(QString& problem);
     bool MakeIndexes(QString& problem);
 
@@ -36,6 +36,8 @@ class CopyTarget {
     OpenTree open_;
     std::unique_ptr<store::BulkWriter> writer_;  // null for an engine without one
     Statements indexes_ = nullptr;
+    // Of a server, whose parties gather what their contacts have.
+    Statements gather_ = nullptr, stopGathering_ = nullptr;
     QStringList last_;  // statements when all indexes are there
 };
 

@@ -65,6 +65,7 @@ StoreFill::StoreFill(const QString& path, const std::vector<session::Table>& tab
     : path_(path),
       tables_(tables),
       tableStatements_([](const session::Table& table) { return QStringList(session::CreateTableStatement(table)); }),
+      gatherStatements_([](const session::Table&) { return QStringList(); }),
       indexStatements_(session::CreateIndexStatements),
       lastStatements_("ANALYZE") {
     if (QFile::exists(path) && !QFile::remove(path)) {
@@ -85,6 +86,7 @@ StoreFill::StoreFill(std::unique_ptr<store::BulkWriter> server, const QString& n
     : path_(name),
       tables_(tables),
       tableStatements_(session::ServerTableStatements),
+      gatherStatements_(session::ServerGatherStatements),
       indexStatements_(session::ServerIndexStatements),
       lastStatements_(session::ServerStatisticsStatements()),
       writer_(std::move(server)) {
@@ -113,9 +115,10 @@ QString StoreFill::Finish() {
         sink->Flush();
     store::Fault fault;
     if (!Failed()) Note(writer_->Commit(fault), fault);
-    for (const session::Table& table : tables_)
-        for (const QString& statement : indexStatements_(table))
-            Run(statement);
+    for (const auto& statements : {gatherStatements_, indexStatements_})
+        for (const session::Table& table : tables_)
+            for (const QString& statement : statements(table))
+                Run(statement);
     for (const QString& statement : lastStatements_)
         Run(statement);
     sinks_.clear();

@@ -69,6 +69,7 @@ class StoreFill {
     std::vector<session::Table> tables_;
     /// The engine's own statements for a table, and for its further indexes.
     std::function<QStringList(const session::Table&)> tableStatements_;
+    std::function<QStringList(const session::Table&)> gatherStatements_;
     std::function<QStringList(const session::Table&)> indexStatements_;
     QStringList lastStatements_;  // when all is there
     std::unique_ptr<store::BulkWriter> writer_;

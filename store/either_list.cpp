@@ -41,10 +41,7 @@ bool HasTable(const TokenizedSql& sql, TokenRange from, const QString& name) {
     return false;
 }
 
-// An index serves either side of such an OR, but not both beside a list: without this the engine would look at every
-// row. So the rows of both sides are listed first. The condition must be one that has to hold by itself: it is false
-// here where it was Null.
-QString ListEitherFirst(const TokenizedSql& sql) {
+QString ReplaceEithers(const TokenizedSql& sql, const std::function<QString(const EitherOf&)>& written) {
     std::map<std::size_t, EitherOf> found;
     for (std::size_t i = 0; i < sql.Size(); ++i) {
         if (!sql.IsWord(i, QLatin1String("SELECT"))) continue;
@@ -54,17 +51,26 @@ QString ListEitherFirst(const TokenizedSql& sql) {
             if (const auto either = ReadEither(sql, conjunct))
                 if (HasTable(sql, shape.from, sql.Name(either->table.begin))) found.emplace(conjunct.begin, *either);
     }
-    QString written;
+    QString text;
     qsizetype at = 0;
     for (const auto& [begin, either] : found) {
-        written += sql.Text().mid(at, sql.At(begin).start - at);
-        written += QStringLiteral(
-                       "%1.ctid = ANY (ARRAY (SELECT s.ctid FROM %1 s WHERE s.%2 UNION ALL SELECT s.ctid FROM "
-                       "%1 s WHERE s.%3))")
-                       .arg(sql.Slice(either.table), sql.Slice(either.like), sql.Slice(either.list));
+        const QString other = written(either);
+        if (other.isEmpty()) continue;
+        text += sql.Text().mid(at, sql.At(begin).start - at) + other;
         at = sql.At(either.all.end - 1).End();
     }
-    return written + sql.Text().mid(at);
+    return text + sql.Text().mid(at);
+}
+
+// An index serves either side of such an OR, but not both beside a list: without this the engine would look at every
+// row. So the rows of both sides are listed first. It is false here where it was Null.
+QString ListEitherFirst(const TokenizedSql& sql) {
+    return ReplaceEithers(sql, [&sql](const EitherOf& either) {
+        return QStringLiteral(
+                   "%1.ctid = ANY (ARRAY (SELECT s.ctid FROM %1 s WHERE s.%2 UNION ALL SELECT s.ctid FROM "
+                   "%1 s WHERE s.%3))")
+            .arg(sql.Slice(either.table), sql.Slice(either.like), sql.Slice(either.list));
+    });
 }
 
 }  // namespace store

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "store/sql_tokens.h"
@@ -20,6 +21,10 @@ std::optional<EitherOf> ReadEither(const TokenizedSql& sql, TokenRange range);
 
 /// True when the FROM has the table (as names are compared) under its own name.
 bool HasTable(const TokenizedSql& sql, TokenRange from, const QString& name);
+
+/// Writes each EitherOf that has to hold by itself in another way; where that is empty it stays. Gives the statement's
+/// text.
+QString ReplaceEithers(const TokenizedSql& sql, const std::function<QString(const EitherOf&)>& written);
 
 /// Writes each EitherOf that has to hold by itself as rows of a list that is made first, in PostgreSQL's SQL but for
 /// its names. Gives the statement's text.

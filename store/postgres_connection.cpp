@@ -124,12 +124,13 @@ class PostgresConnection : public Connection {
 
 // A search for a letter that every row has must not make the engine cut the texts of all rows into pieces one by one,
 // which it would rather do than look them up in the index. Helpers for one statement take longer to start than a list
-// may take. What a search reads is nearly always in the server's memory, where to look for each page beforehand costs as
-// much as to read it.
+// may take. What a search reads is nearly always in the server's memory, where to look for each page beforehand costs
+// as much as to read it.
 QString PostgresClientSettings(int patience) {
     return PostgresLink::Settings({patience, kLongestStatement}) +
-           QLatin1String("; SET enable_seqscan = off; SET max_parallel_workers_per_gather = 0; "
-                         "SET effective_io_concurrency = 0");
+           QLatin1String(
+               "; SET enable_seqscan = off; SET max_parallel_workers_per_gather = 0; "
+               "SET effective_io_concurrency = 0");
 }
 
 std::unique_ptr<Connection> OpenPostgresConnection(const PostgresLogin& login, Fault& fault, int patience) {

@@ -42,6 +42,9 @@ QString Quote(QString text, QChar mark) {
     return quoted.append(mark).append(text).append(mark);
 }
 
+// Of so many, each spares more rows than it costs to look it up; a longer text is rare by half of its pieces.
+constexpr std::size_t kPiecesOfShortText = 4;
+
 class Writer {
   public:
     Writer(const TokenizedSql& sql, const LikeForm& form) : sql_(sql), form_(form) {}
@@ -100,9 +103,7 @@ class Writer {
 
     // Nearly all rows are unlike a text, so no index helps to find them.
     bool LooksUp(const Like& like) const {
-        const bool may = form_.pieces == Pieces::InLists ? SelectAround(like.left.begin)->first > 0
-                                                         : form_.pieces != Pieces::Nowhere;
-        return may && !like.negated && IsLiteral(like.right);
+        return form_.pieces != Pieces::Nowhere && !like.negated && IsLiteral(like.right);
     }
 
     // Where one of several texts shall be there, the engine would look into the pieces of each row that it has found
@@ -266,7 +267,8 @@ class Writer {
             return QStringLiteral("(%1%2 LIKE katsudo_pattern((%3)::text))").arg(negation, folded, Written(like.right));
         if (!like.folded) return QStringLiteral("(%1%2 <> %2)").arg(negation, folded);
         const QString plain = QStringLiteral("%1 LIKE %2").arg(folded, LiteralForPostgres(*like.folded));
-        const std::vector<std::string> pieces = stored ? like.pattern->FewestPieces() : like.pieces;
+        const bool fewer = stored && like.pieces.size() > kPiecesOfShortText;
+        const std::vector<std::string> pieces = fewer ? like.pattern->FewestPieces() : like.pieces;
         if (!LooksUp(like) || pieces.empty()) return u'(' + negation + plain + u')';
         QStringList literals;
         for (const std::string& piece : pieces)

@@ -23,7 +23,6 @@ std::optional<QString> ToPostgres(const QString& sql, Fault& fault);
 enum class Pieces {
     Asked,       ///< all; the rows are sorted behind it where one piece says it all
     Throughout,  ///< all; the rows are sorted behind them
-    InLists,     ///< those of a SELECT within
     Nowhere,
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "store/either_list.h"
+#include "store/gathered_column.h"
 #include "store/kana_fold.h"
 #include "store/postgres_dialect.h"
 #include "store/select_shape.h"
@@ -17,17 +18,17 @@ using Kind = SqlToken::Kind;
 
 // The searched table once more, as the index along which a search walks.
 const QString kWalk = QStringLiteral("katsudo_walk");
-const QString kList = QStringLiteral("katsudo_list");
 
 // Microseconds that the engine takes in its cache, measured; their ratios decide.
 constexpr double kEntryOfIndex = 0.11;  // read and compared
 constexpr double kEntryWithRow = 0.3;   // the same with a look at the row; in the order of the rows themselves
 constexpr double kRowByKey = 2.5;
-constexpr double kProbeOfList = 3;
-constexpr double kRowOfList = 1;
 constexpr double kFoundByPieces = 0.15;
 constexpr double kRowLookedUp = 1.2;  // and sorted
-constexpr double kOwnerOfList = 5;
+constexpr double kRowBesideIt = 0.5;  // the same where the one before it is on the same page
+
+// Rows with a text don't lie as evenly in an order as is reckoned: the way to the last one that is shown may be longer.
+constexpr double kUneven = 1.5;
 
 // So few rows are looked up before a further question about them is answered.
 constexpr double kFew = 1000;
@@ -63,12 +64,11 @@ class Search {
         ways.rows = known_->rows;
         ways.limit = sql_.Slice({limit_, limit_ + 1}).toDouble();
         ways.covered = covered_;
-        bool done = Write(ListEitherFirst(sql_), Pieces::Throughout, ways.lookUp);
-        done = done && Write(Walking(true), Pieces::Nowhere, ways.walk);
-        done = done && (!either_ || Write(Walking(false), Pieces::InLists, ways.walkList));
+        ways.together = together_;
+        bool done = Write(sql_.Text(), Pieces::Throughout, ways.lookUp);
+        done = done && Write(Walking(), Pieces::Nowhere, ways.walk);
         done = done && Write(Counting(having_), Pieces::Nowhere, ways.having);
         done = done && (passing_.empty() || Write(Counting(passing_), Pieces::Nowhere, ways.passing));
-        done = done && (!either_ || Write(sql_.Slice(Listing()), Pieces::Nowhere, ways.listed));
         const QString text = TextOfOrder();
         done =
             done &&
@@ -119,18 +119,10 @@ class Search {
         const auto conjuncts = SplitConjuncts(sql_, shape_.where);
         for (const TokenRange& conjunct : conjuncts.value_or(std::vector<TokenRange>()))
             if (!ReadCondition(conjunct)) return false;
-        return !having_.empty() && (!either_ || having_.size() == 1);
+        return !having_.empty();
     }
 
     bool ReadCondition(TokenRange conjunct) {
-        if (const auto either = ReadEither(sql_, conjunct)) {
-            const std::size_t list = either->list.begin + 3;  // k IN ( SELECT x FROM
-            const bool plain = sql_.Name(either->table.begin) == table_ && sql_.IsName(list + 1) &&
-                               sql_.IsWord(list + 2, QLatin1String("FROM")) && !either_;
-            either_ = either;
-            having_.push_back(conjunct);
-            return plain && Folded(either->like.begin);
-        }
         bool own = true, has = false;
         for (std::size_t i = conjunct.begin; i < conjunct.end; ++i) {
             if (sql_.IsWord(i, QLatin1String("SELECT"))) return false;
@@ -177,6 +169,7 @@ class Search {
         for (std::size_t i = 0; i < known_->walks.size(); ++i) {
             if (known_->walkOrders[i] != order) continue;
             ordered = true;
+            together_ = known_->together[i];
             inIndex_ = &known_->walks[i];
             covered_ = inIndex_->contains(Compared(known_->key)) && CoversAll(having_) && CoversAll(passing_);
             if (covered_) return true;
@@ -191,9 +184,12 @@ class Search {
         return true;
     }
 
+    // True for the "T.c" at `i` that an index has in short alone.
+    bool IsInShort(std::size_t i) const { return known_->folded.contains(ShortOfGathered(sql_.Name(i + 2))); }
+
     // True when the index has what the "T.c" at `i` is compared by.
     bool Covers(std::size_t i) const {
-        const QString column = sql_.Name(i + 2);
+        const QString column = IsInShort(i) ? ShortOfGathered(sql_.Name(i + 2)) : sql_.Name(i + 2);
         const bool like = sql_.IsWord(i + 3, QLatin1String("LIKE")) ||
                           (sql_.IsWord(i + 3, QLatin1String("NOT")) && sql_.IsWord(i + 4, QLatin1String("LIKE")));
         return inIndex_->contains(like ? FoldedColumn(column) : column);
@@ -205,13 +201,25 @@ class Search {
     Texts FromIndex() const {
         Texts texts;
         for (std::size_t i = shape_.where.begin; covered_ && i < sql_.Size(); ++i)
-            if (IsColumn(i) && sql_.Name(i) == table_ && (i == order_ || Covers(i))) texts[i] = {i + 1, kWalk};
+            if (IsColumn(i) && sql_.Name(i) == table_ && (i == order_ || Covers(i)))
+                texts[i] = IsInShort(i) ? std::pair(i + 5, InShort(i)) : std::pair(i + 1, kWalk);
+        // Which of the long ones have the text, their rows tell.
+        for (const TokenRange& condition : having_)
+            for (std::size_t i = condition.begin; covered_ && i < condition.end; ++i)
+                if (IsColumn(i) && IsInShort(i))
+                    texts[condition.end] = {condition.end, QStringLiteral("AND ") + sql_.Slice(condition) + u' '};
         return texts;
     }
 
-    QString Walking(bool probing) const {
+    // "T.c LIKE 'text'", of the index.
+    QString InShort(std::size_t i) const {
+        const QString column = ShortOfGathered(sql_.Slice({i + 2, i + 3}).mid(1).chopped(1));
+        return QStringLiteral("(%1.[%2] LIKE %3 OR %1.[%4] = '%5')")
+            .arg(kWalk, column, sql_.Slice({i + 4, i + 5}), FoldedColumn(column), QString(QChar(kTooLong)));
+    }
+
+    QString Walking() const {
         Texts texts = FromIndex();
-        if (either_) texts[either_->all.begin] = {either_->all.end, EitherOne(probing)};
         if (covered_) {
             const QString key = QuotedForPostgres(known_->key), table = sql_.Slice({order_, order_ + 1});
             texts[shape_.from.end] = {shape_.from.end,
@@ -220,22 +228,6 @@ class Search {
         return Replaced(sql_.All(), texts);
     }
 
-    // A list that few rows are in is made once; where many are, each row's own part of it is sooner looked at.
-    QString EitherOne(bool probing) const {
-        const TokenRange key{either_->list.begin, either_->list.begin + 1};
-        const QString list = sql_.Slice(Listing());
-        const QString in =
-            probing ? QStringLiteral("EXISTS (SELECT 1 FROM (%1) %2 WHERE %2.%3 = %4.%5 OFFSET 0)")
-                          .arg(list, kList, sql_.Slice({key.begin + 4, key.begin + 5}), Alias(), sql_.Slice(key))
-                    : QStringLiteral("%1.%2 IN (%3)").arg(Alias(), sql_.Slice(key), list);
-        return u'(' + OwnLike() + QStringLiteral(" OR ") + in + u')';
-    }
-
-    QString OwnLike() const { return Alias() + u'.' + sql_.Slice(either_->like); }
-
-    // "SELECT …" of "k IN ( SELECT … )"
-    TokenRange Listing() const { return {either_->list.begin + 3, either_->list.end - 1}; }
-
     QString Counting(const std::vector<TokenRange>& conditions) const {
         Texts texts;
         for (const TokenRange& condition : conditions)
@@ -243,8 +235,7 @@ class Search {
                 if (IsColumn(i)) texts[i] = {i + 1, kWalk};
         QStringList written;
         for (const TokenRange& condition : conditions)
-            written << (either_ && either_->all.begin == condition.begin ? kWalk + u'.' + sql_.Slice(either_->like)
-                                                                         : Replaced(condition, texts));
+            written << Replaced(condition, texts);
         return QStringLiteral("SELECT 1 FROM %1 %2 WHERE %3")
             .arg(sql_.Slice({order_, order_ + 1}), kWalk, written.join(QLatin1String(" AND ")));
     }
@@ -308,19 +299,24 @@ class Search {
     SelectShape shape_;
     QString table_;  // the searched one, by which the rows are ordered
     const SearchTable* known_ = nullptr;
-    std::size_t order_ = 0, limit_ = 0;  // where the order's column and the number of rows stand
-    std::optional<EitherOf> either_;
+    std::size_t order_ = 0, limit_ = 0;         // where the order's column and the number of rows stand
     std::vector<TokenRange> having_, passing_;  // the conditions that look for a text; the others of this table
     const std::set<QString>* inIndex_ = nullptr;
     bool covered_ = false;
+    double together_ = 0;
 };
 
 // Nothing for a statement without a LIKE, or one that can't be read.
-std::optional<TokenizedSql> ReadSearch(const QString& sql) {
+std::optional<TokenizedSql> ReadSearch(const QString& sql, const SearchTables& tables) {
     if (!sql.contains(QLatin1String("LIKE"), Qt::CaseInsensitive)) return std::nullopt;
     Fault fault;
     const auto shared = ToSqlite(sql, fault);
-    return shared ? TokenizedSql::Read(*shared) : std::nullopt;
+    auto tokens = shared ? TokenizedSql::Read(*shared) : std::nullopt;
+    if (!tokens || !shared->contains(QLatin1String(" IN (SELECT "))) return tokens;
+    return TokenizedSql::Read(AskGathered(*tokens, [&tables](const QString& table, const QString& column) {
+        const auto known = tables.find(table);
+        return known != tables.end() && known->second.folded.contains(Compared(column));
+    }));
 }
 
 }  // namespace
@@ -333,7 +329,9 @@ QString AskForSearchTables() {
         "(SELECT string_agg(substr(a.attname, 9), E'\\n') FROM pg_attribute a WHERE a.attrelid = t.oid "
         "AND a.attgenerated = 's' AND a.attname LIKE 'katsudo\\_%' AND NOT a.attisdropped), "
         "(SELECT string_agg(a.attname, E'\\n' ORDER BY i.n) FROM unnest(w.indkey) WITH ORDINALITY i(k, n) "
-        "JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = i.k) "
+        "JOIN pg_attribute a ON a.attrelid = t.oid AND a.attnum = i.k), "
+        "(SELECT abs(s.correlation) FROM pg_stats s JOIN pg_attribute a ON a.attname = s.attname "
+        "WHERE a.attrelid = t.oid AND a.attnum = w.indkey[0] AND s.schemaname = 'public' AND s.tablename = t.relname) "
         "FROM pg_class t JOIN pg_index w ON w.indrelid = t.oid AND w.indisvalid "
         "JOIN pg_class x ON x.oid = w.indexrelid AND x.relname LIKE '%\\_walk_' "
         "WHERE t.relnamespace = 'public'::regnamespace ORDER BY x.relname");
@@ -350,12 +348,13 @@ SearchTables TakeSearchTables(QSqlQuery& query) {
         table.folded = {folded.begin(), folded.end()};
         table.walks.emplace_back(walk.begin(), walk.end());
         table.walkOrders.push_back(walk.front());
+        table.together.push_back(query.value(5).toDouble());
     }
     return tables;
 }
 
 std::optional<SearchWays> WaysOf(const QString& sql, const SearchTables& tables) {
-    const auto tokens = ReadSearch(sql);
+    const auto tokens = ReadSearch(sql, tables);
     return tokens ? Search(*tokens, tables).Ways() : std::nullopt;
 }
 
@@ -367,41 +366,36 @@ using RowsOf = std::function<std::optional<double>(QString)>;
 // lie anywhere.
 std::optional<double> EntriesUntilEnough(const SearchWays& ways, double found, double having, const RowsOf& rowsOf) {
     const auto among = [&](double rows) { return ways.rows * std::min(1.0, ways.limit / std::max(rows, 1.0)); };
-    if (ways.before.isEmpty()) return among(found);
+    if (ways.before.isEmpty()) return std::min(kUneven * among(found), ways.rows);
     const auto before = rowsOf(ways.before), beginning = rowsOf(ways.beginning);
     if (!before || !beginning) return std::nullopt;
     const double anywhere = found * (1 - std::min(1.0, *beginning / std::max(having, 1.0)));
     return std::min(
-        {among(anywhere), *before + among(std::min(*beginning, found)) * *beginning / ways.rows, ways.rows});
+        {kUneven * among(anywhere), *before + among(std::min(*beginning, found)) * *beginning / ways.rows, ways.rows});
 }
 
 }  // namespace
 
 std::optional<QString> Quickest(const SearchWays& ways, const std::function<std::optional<double>(QString)>& rowsOf) {
     const auto having = rowsOf(ways.having);
-    const auto listed = ways.listed.isEmpty() ? std::optional(0.0) : rowsOf(ways.listed);
-    if (!having || !listed) return std::nullopt;
-    if (*having + *listed < kFew) return ways.lookUp;
+    if (!having) return std::nullopt;
+    if (*having < kFew) return ways.lookUp;
     const auto passing = ways.passing.isEmpty() ? std::optional(ways.rows) : rowsOf(ways.passing);
     if (!passing) return std::nullopt;
 
-    const double rows = ways.rows;
-    const double found = std::min(rows, *having + *listed) * std::min(1.0, *passing / rows);
-    const auto walked = EntriesUntilEnough(ways, found, *having, rowsOf);
-    if (!walked) return std::nullopt;
-    const double entries = *walked;
+    const double found = std::min(ways.rows, *having) * std::min(1.0, *passing / ways.rows);
+    const auto entries = EntriesUntilEnough(ways, found, *having, rowsOf);
+    if (!entries) return std::nullopt;
     const double rowsByKey = ways.covered ? std::min(ways.limit, found) * kRowByKey : 0;
-    const double walk = entries * (ways.covered ? kEntryOfIndex : kEntryWithRow) + rowsByKey;
-    const double probing = walk + (ways.listed.isEmpty() ? 0 : entries * *passing / rows * kProbeOfList);
-    const double listing = ways.listed.isEmpty() ? probing : walk + *listed * kRowOfList;
+    const double walk = *entries * (ways.covered ? kEntryOfIndex : kEntryWithRow) + rowsByKey;
     // What another index tells of the conditions spares the rows themselves.
-    const double lookUp = *having * kFoundByPieces + std::min(found, *having) * kRowLookedUp + *listed * kOwnerOfList;
-    if (lookUp <= std::min(probing, listing)) return ways.lookUp;
-    return listing < probing ? ways.walkList : ways.walk;
+    const double row = kRowLookedUp + ways.together * (kRowBesideIt - kRowLookedUp);
+    const double lookUp = *having * kFoundByPieces + found * row;
+    return lookUp <= walk ? ways.lookUp : ways.walk;
 }
 
 std::optional<QString> ToPostgres(const QString& sql, const SearchTables& tables, Fault& fault) {
-    const auto tokens = tables.empty() ? std::nullopt : ReadSearch(sql);
+    const auto tokens = tables.empty() ? std::nullopt : ReadSearch(sql, tables);
     if (!tokens) return ToPostgres(sql, fault);
     const auto listed = TokenizedSql::Read(ListEitherFirst(*tokens));
     return WriteForPostgres(listed ? *listed : *tokens, FormOf(tables, Pieces::Asked), fault);

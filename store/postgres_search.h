@@ -20,6 +20,7 @@ struct SearchTable {
     std::set<QString> folded;  ///< columns with a FoldedColumn() beside them
     std::vector<std::set<QString>> walks;  ///< the columns of each index along which a search can walk
     std::vector<QString> walkOrders;       ///< the first column of each of them
+    std::vector<double> together;          ///< how far the rows themselves lie in its order, 0 to 1
 };
 using SearchTables = std::map<QString, SearchTable>;
 
@@ -33,12 +34,12 @@ SearchTables TakeSearchTables(QSqlQuery& query);
 struct SearchWays {
     QString lookUp;        ///< finds all rows that have the text by the pieces, and sorts them
     QString walk;          ///< goes along the order's index and stops when it has enough
-    QString walkList;      ///< the same with the list of an EXISTS made first; empty when there is none
     double rows = 0;       ///< about, of the table
     double limit = 0;      ///< rows that the search asks for
     bool covered = false;  ///< the walk reads its index alone
-    // SELECTs of the rows that have the text, that pass the other conditions (empty without any), that are in the list.
-    QString having, passing, listed;
+    double together = 0;   ///< how far rows that are found lie together, 0 to 1
+    // SELECTs of the rows that have the text, and of those that pass the other conditions (empty without any).
+    QString having, passing;
     // SELECTs of the rows that come before the text in the order, and of those that begin with it; empty when the order
     // is another column's.
     QString before, beginning;

@@ -34,10 +34,10 @@ QStringList NamesOf(const QSqlRecord& record) {
     return names;
 }
 
-// A server's "*" gives the folded texts as well, which are the engine's own affair.
-bool IsFolded(const QStringList& names, const QString& name) {
+// A server's "*" gives what the engine keeps for its searches as well, which is its own affair.
+bool IsKeptForSearches(const QString& name) {
     static const QString head = FoldedColumn({});
-    return name.startsWith(head) && names.contains(name.mid(head.size()));
+    return name.startsWith(head);
 }
 
 }  // namespace
@@ -85,7 +85,7 @@ std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault
     QStringList columns;
     std::vector<int> places;
     for (int i = 0; i < names.size(); ++i) {
-        if (!IsFolded(names, names[i])) {
+        if (!IsKeptForSearches(names[i])) {
             columns.append(names[i]);
             places.push_back(i);
         }

@@ -69,6 +69,7 @@ SearchTables Parties() {
     party.folded = {"名称a", "略称", "電話番号"};
     party.walks = {{"名称a", "コード", "katsudo_名称a", "katsudo_略称", "区分"}, {"電話", "katsudo_電話番号"}};
     party.walkOrders = {"名称a", "電話"};
+    party.together = {0.25, 0};
     SearchTable contact;
     contact.folded = {"電話番号"};
     return {{"p", party}, {"c", contact}};
@@ -92,6 +93,7 @@ TEST(PostgresSearch, IsWrittenInTheWaysThatGiveItsRows) {
                   "'1' AND \"S\".\"区分\" <> '0' ORDER BY "
                   "GREATEST(\"P\".\"名称A\") NULLS FIRST LIMIT 5");
     EXPECT_TRUE(ways->covered);
+    EXPECT_EQ(ways->together, 0.25);
     EXPECT_EQ(QString(ways->walk).remove(u' '),
               QString(head +
                       "INNER JOIN \"P\" \"katsudo_walk\" ON \"katsudo_walk\".\"コード\" = \"P\".\"コード\" WHERE "
@@ -100,6 +102,36 @@ TEST(PostgresSearch, IsWrittenInTheWaysThatGiveItsRows) {
                       "\"katsudo_walk\".\"名称A\" NULLS FIRST LIMIT 5")
                   .remove(u' '));
     EXPECT_TRUE(ways->passing.simplified().endsWith("\"区分\" = '1'")) << ways->passing.toStdString();
+}
+
+// Whose list's texts the row itself has in one column, a line each, needs no list.
+TEST(PostgresSearch, AsksARowForWhatItHasGathered) {
+    const QString like = "EXISTS (SELECT * FROM C WHERE Pコード = P.コード AND 電話番号 LIKE '%1')";
+    const QString form = "SELECT TOP 5 P.a FROM P WHERE (P.電話番号 LIKE '%07%' OR " + like + ") ORDER BY P.電話";
+    SearchTables tables = Parties();
+    EXPECT_FALSE(WaysOf(form.arg("%07%"), tables)) << "it has gathered nothing";
+    tables["p"].folded.insert({"katsudo_c_電話番号", "katsudo_c_電話番号_short"});
+    tables["p"].walks[1].insert({"コード", "katsudo_katsudo_c_電話番号_short"});
+    const auto ways = WaysOf(form.arg("%07%"), tables);
+    ASSERT_TRUE(ways);
+    EXPECT_EQ(
+        QString(ways->having).remove(u' '),
+        QString("SELECT 1 FROM \"P\" \"katsudo_walk\" WHERE ((\"katsudo_walk\".\"katsudo_電話番号\" LIKE '%07%') OR "
+                "(\"katsudo_walk\".\"katsudo_katsudo_C_電話番号\" LIKE '%07%'))")
+            .remove(u' '));
+    EXPECT_TRUE(ways->covered);
+    EXPECT_EQ(QString(ways->walk).section("WHERE", 1).section("ORDER", 0, 0).remove(u' '),
+              QString("((\"katsudo_walk\".\"katsudo_電話番号\" LIKE '%07%') OR ((\"katsudo_walk\"."
+                      "\"katsudo_katsudo_C_電話番号_short\" LIKE '%07%') OR \"katsudo_walk\"."
+                      "\"katsudo_katsudo_C_電話番号_short\" = '*')) AND ((\"P\".\"katsudo_電話番号\" LIKE '%07%') OR "
+                      "(\"P\".\"katsudo_katsudo_C_電話番号\" LIKE '%07%'))")
+                  .remove(u' '));
+    Fault fault;
+    for (const QString pattern : {"07%", "%07", "%0%7%", "%0_7%", "%0\n7%"}) {
+        EXPECT_FALSE(WaysOf(form.arg(pattern), tables)) << pattern.toStdString() << " may be in two lines";
+        const auto written = ToPostgres(form.arg(pattern), tables, fault);
+        EXPECT_TRUE(written && !written->contains("katsudo_C")) << pattern.toStdString();
+    }
 }
 
 // What can't be proven to give the same rows is written in one way alone.
@@ -136,18 +168,20 @@ TEST(PostgresSearch, OfAnotherFormIsLeftAlone) {
 
 TEST(PostgresSearch, TakesTheWayThatHasTheLeastToLookAt) {
     SearchWays ways;
-    ways.lookUp = "look up", ways.walk = "walk", ways.walkList = "list";
-    ways.having = "having", ways.passing = "passing", ways.listed = "listed";
+    ways.lookUp = "look up", ways.walk = "walk";
+    ways.having = "having", ways.passing = "passing";
     ways.rows = 500'000, ways.limit = 1000, ways.covered = true;
-    const auto choose = [&ways](double having, double passing, double listed) {
-        const std::map<QString, double> guesses = {{"having", having}, {"passing", passing}, {"listed", listed}};
+    const auto choose = [&ways](double having, double passing) {
+        const std::map<QString, double> guesses = {{"having", having}, {"passing", passing}};
         return Quickest(ways, [&](const QString& select) { return guesses.at(select); });
     };
-    EXPECT_EQ(choose(20, 400'000, 30), "look up");
-    EXPECT_EQ(choose(150'000, 400'000, 200'000), "walk") << "whoever passes by has it";
-    EXPECT_EQ(choose(10'000, 400'000, 15'000), "list") << "too many are passed by to ask each of them";
-    EXPECT_EQ(choose(3'000, 2'000, 0), "look up") << "the walk would go on to the end";
-    ways.beginning = "beginning", ways.walkList = ways.listed = "";
+    EXPECT_EQ(choose(20, 400'000), "look up");
+    EXPECT_EQ(choose(150'000, 400'000), "walk") << "whoever passes by has it";
+    EXPECT_EQ(choose(3'000, 2'000), "look up") << "the walk would go on to the end";
+    EXPECT_EQ(choose(12'000, 400'000), "walk");
+    ways.together = 1;
+    EXPECT_EQ(choose(12'000, 400'000), "look up") << "they are on a few pages";
+    ways.together = 0, ways.beginning = "beginning";
     std::map<QString, double> guesses = {{"having", 12'000}, {"passing", 500'000}, {"beginning", 11'900}};
     const auto guess = [&guesses](const QString& select) { return guesses.at(select); };
     ways.before = "before", guesses["before"] = 20'000;
