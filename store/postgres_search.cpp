@@ -195,8 +195,6 @@ class Search {
         return inIndex_->contains(like ? FoldedColumn(column) : column);
     }
 
-    QString Alias() const { return covered_ ? kWalk : sql_.Slice({order_, order_ + 1}); }
-
     // The conditions and the order speak of the index's columns where it has them.
     Texts FromIndex() const {
         Texts texts;
