@@ -166,11 +166,11 @@ class Search {
     bool ChooseWalk() {
         const QString order = sql_.Name(order_ + 2);
         bool ordered = order == Compared(known_->key);
-        for (std::size_t i = 0; i < known_->walks.size(); ++i) {
-            if (known_->walkOrders[i] != order) continue;
+        for (const SearchWalk& walk : known_->walks) {
+            if (walk.order != order) continue;
             ordered = true;
-            together_ = known_->together[i];
-            inIndex_ = &known_->walks[i];
+            together_ = walk.together;
+            inIndex_ = &walk.columns;
             covered_ = inIndex_->contains(Compared(known_->key)) && CoversAll(having_) && CoversAll(passing_);
             if (covered_) return true;
         }
@@ -345,9 +345,7 @@ SearchTables TakeSearchTables(QSqlQuery& query) {
         table.key = query.value(2).toString();
         const QStringList folded = names(3), walk = names(4);
         table.folded = {folded.begin(), folded.end()};
-        table.walks.emplace_back(walk.begin(), walk.end());
-        table.walkOrders.push_back(walk.front());
-        table.together.push_back(query.value(5).toDouble());
+        table.walks.push_back({{walk.begin(), walk.end()}, walk.front(), query.value(5).toDouble()});
     }
     return tables;
 }

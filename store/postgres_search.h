@@ -13,14 +13,19 @@
 
 namespace store {
 
+/// An index along which a search can walk. Names as they are compared.
+struct SearchWalk {
+    std::set<QString> columns;
+    QString order;        ///< the first one
+    double together = 0;  ///< how far the rows themselves lie in its order, 0 to 1
+};
+
 /// What a server's table has for searches beyond its index of pieces. Names as they are compared, but for the key.
 struct SearchTable {
     QString key;               ///< the one column of its key, as the server spells it; empty for a key of several
     double rows = 0;           ///< about
     std::set<QString> folded;  ///< columns with a FoldedColumn() beside them
-    std::vector<std::set<QString>> walks;  ///< the columns of each index along which a search can walk
-    std::vector<QString> walkOrders;       ///< the first column of each of them
-    std::vector<double> together;          ///< how far the rows themselves lie in its order, 0 to 1
+    std::vector<SearchWalk> walks;
 };
 using SearchTables = std::map<QString, SearchTable>;
 

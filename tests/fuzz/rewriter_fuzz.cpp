@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "store/create_store.h"
+#include "store/gathered_column.h"
 #include "store/postgres_dialect.h"
 #include "store/postgres_search.h"
 #include "store/sqlite_dialect.h"
@@ -89,9 +90,16 @@ class Stores {
 /// A server's tables as it describes them to its searches.
 store::SearchTables Searched() {
     store::SearchTables tables;
-    const std::set<QString> folded = {"名称a", "電話番号"}, all = {"名称a", "電話番号", "コード", "区分", "ｍコード"};
+    std::set<QString> folded = {"名称a", "電話番号"}, all = {"名称a", "電話番号", "コード", "区分", "ｍコード"};
+    for (const plain::TableShape& other : plain::MadeUpTables())
+        for (const QString& column : other.columns) {
+            const QString gathered = store::NameOfGathered(other.name, column).toLower();
+            folded.insert({gathered, store::ShortOfGathered(gathered)});
+            all.insert(store::FoldedColumn(store::ShortOfGathered(gathered)));
+        }
     for (const plain::TableShape& shape : plain::MadeUpTables())
-        tables[shape.name.toLower()] = {"コード", 1000, folded, {all, {"電話番号", "コード"}}, {"名称a", "電話番号"}};
+        tables[shape.name.toLower()] = {
+            "コード", 1000, folded, {{all, "名称a", 0.5}, {{"電話番号", "コード"}, "電話番号", 0}}};
     return tables;
 }
 

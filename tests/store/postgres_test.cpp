@@ -67,9 +67,8 @@ SearchTables Parties() {
     party.key = "コード";
     party.rows = 500'000;
     party.folded = {"名称a", "略称", "電話番号"};
-    party.walks = {{"名称a", "コード", "katsudo_名称a", "katsudo_略称", "区分"}, {"電話", "katsudo_電話番号"}};
-    party.walkOrders = {"名称a", "電話"};
-    party.together = {0.25, 0};
+    party.walks = {{{"名称a", "コード", "katsudo_名称a", "katsudo_略称", "区分"}, "名称a", 0.25},
+                   {{"電話", "katsudo_電話番号"}, "電話"}};
     SearchTable contact;
     contact.folded = {"電話番号"};
     return {{"p", party}, {"c", contact}};
@@ -111,7 +110,7 @@ TEST(PostgresSearch, AsksARowForWhatItHasGathered) {
     SearchTables tables = Parties();
     EXPECT_FALSE(WaysOf(form.arg("%07%"), tables)) << "it has gathered nothing";
     tables["p"].folded.insert({"katsudo_c_電話番号", "katsudo_c_電話番号_short"});
-    tables["p"].walks[1].insert({"コード", "katsudo_katsudo_c_電話番号_short"});
+    tables["p"].walks[1].columns.insert({"コード", "katsudo_katsudo_c_電話番号_short"});
     const auto ways = WaysOf(form.arg("%07%"), tables);
     ASSERT_TRUE(ways);
     EXPECT_EQ(
