@@ -3,9 +3,6 @@
 #include <QCryptographicHash>
 #include <QtEndian>
 
-#include "session/server_schema.h"
-#include "store/postgres_dialect.h"
-
 namespace setup {
 namespace {
 
@@ -60,11 +57,7 @@ QStringList ColumnsOf(store::Connection& connection, const session::Table& table
     store::Fault fault;
     const auto rows = connection.Query("SELECT TOP 1 * FROM " + Bracketed({table.name}), fault);
     if (!rows) problem = Words(table, fault);
-    QStringList columns = rows ? rows->Columns() : QStringList();
-    // What a server makes of other columns is no value of its own, and can't be written.
-    for (const QString& column : session::FoldedColumns(table))
-        columns.removeAll(store::FoldedColumn(column));
-    return columns;
+    return rows ? rows->Columns() : QStringList();
 }
 
 TableReader::TableReader(store::Connection& connection, const session::Table& table, QStringList columns,

@@ -98,11 +98,8 @@ std::optional<ListOf> ReadList(const TokenizedSql& sql, TokenRange list) {
         const bool fits = part.isEmpty() ? sql.IsName(i) : sql.IsWord(i, part) || sql.IsSymbol(i, part);
         if (!fits && at != kText) return std::nullopt;
     }
-    const auto bare = [&](std::size_t at) {
-        const QString name = sql.Slice({list.begin + at, list.begin + at + 1});
-        return sql.At(list.begin + at).kind == SqlToken::Kind::Quoted ? name.mid(1).chopped(1) : name;
-    };
-    return ListOf{bare(kFrom), bare(kGathered), sql.Slice({list.begin + kText, list.begin + kText + 1})};
+    return ListOf{sql.SpelledName(list.begin + kFrom), sql.SpelledName(list.begin + kGathered),
+                  sql.Slice({list.begin + kText, list.begin + kText + 1})};
 }
 
 }  // namespace

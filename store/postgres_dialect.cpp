@@ -281,12 +281,6 @@ class Writer {
         return part == Part::Compared ? compared : QStringLiteral("(%1 AND %2)").arg(compared, found);
     }
 
-    // The engine would take the comparison of what was found by the pieces for a second sieve, of the few rows left for
-    // fewer still, and join them in a way that is good for a handful. Of a CASE it knows nothing.
-    static QString Uncounted(const QString& condition) {
-        return QStringLiteral("CASE WHEN %1 THEN true END").arg(condition);
-    }
-
     // The innermost SELECT around a token.
     std::map<std::size_t, SelectShape>::const_iterator SelectAround(std::size_t at) const {
         auto around = selects_.end();
@@ -305,7 +299,7 @@ class Writer {
             named ? TableCalled(select->second.from, sql_.Name(range.begin)) : OnlyTable(select->second.from);
         const auto known = form_.folded.find(table);
         if (known == form_.folded.end() || !known->second.contains(sql_.Name(range.end - 1))) return {};
-        const QString column = QuotedForPostgres(FoldedColumn(BareName(range.end - 1)));
+        const QString column = QuotedForPostgres(FoldedColumn(sql_.SpelledName(range.end - 1)));
         return named ? Written({range.begin, range.begin + 1}) + u'.' + column : column;
     }
 
@@ -323,10 +317,6 @@ class Writer {
     }
 
     QString OnlyTable(TokenRange from) const { return from.Size() == 1 ? sql_.Name(from.begin) : QString(); }
-
-    QString BareName(std::size_t i) const {
-        return sql_.At(i).kind == Kind::Quoted ? Unquoted(i) : Token(i).toString();
-    }
 
     // The pattern of the texts that hold a piece.
     static std::string Anywhere(const std::string& piece) {
@@ -377,7 +367,7 @@ class Writer {
         }
         const Kind kind = sql_.At(i).kind;
         if (kind == Kind::Quoted)
-            written += Quote(Unquoted(i), u'"');
+            written += Quote(sql_.SpelledName(i), u'"');
         else if (kind == Kind::Word && IsBareName(i))
             written.append(u'"').append(Token(i)).append(u'"');
         else if (kind == Kind::Number && IsCompared(i))
@@ -386,12 +376,6 @@ class Writer {
             written += u'=';
         else
             written += Token(i);
-    }
-
-    QString Unquoted(std::size_t i) const {
-        const QString name = Token(i).toString();
-        return name[0] == u'[' ? name.mid(1).chopped(1)
-                               : name.mid(1).chopped(1).replace(QString(2, name[0]), QString(name[0]));
     }
 
     bool IsBareName(std::size_t i) const {
@@ -458,6 +442,10 @@ QString LimitedTo(const QString& postgresSql, int mostRows) {
     for (std::size_t i = shape.tail.begin; i < shape.tail.end; ++i)
         limited = limited || tokens->IsWord(i, QLatin1String("LIMIT"));
     return limited ? postgresSql : tokens->Slice(shape.all) + QStringLiteral(" LIMIT %1").arg(mostRows);
+}
+
+QString Uncounted(const QString& condition) {
+    return QStringLiteral("CASE WHEN %1 THEN true END").arg(condition);
 }
 
 QString QuotedForPostgres(const QString& name) {

@@ -45,6 +45,11 @@ QString FoldedColumn(const QString& column);
 /// Keeps a SELECT from giving more than that many rows. A text that isn't one SELECT, or has a limit, stays as it is.
 QString LimitedTo(const QString& postgresSql, int mostRows);
 
+/// A condition that has to hold, of which the engine doesn't guess how many rows it leaves. It would take what repeats
+/// another condition for a second sieve, of the few rows left for fewer still, and join them in a way that is good for
+/// a handful.
+QString Uncounted(const QString& condition);
+
 /// A name in the engine's quotes.
 QString QuotedForPostgres(const QString& name);
 

@@ -201,18 +201,18 @@ class Search {
         for (std::size_t i = shape_.where.begin; covered_ && i < sql_.Size(); ++i)
             if (IsColumn(i) && sql_.Name(i) == table_ && (i == order_ || Covers(i)))
                 texts[i] = IsInShort(i) ? std::pair(i + 5, InShort(i)) : std::pair(i + 1, kWalk);
-        // Which of the long ones have the text, their rows tell; the engine shall not take it for a second sieve.
+        // Which of the long ones have the text, their rows tell.
         for (const TokenRange& condition : having_)
             for (std::size_t i = condition.begin; covered_ && i < condition.end; ++i)
                 if (IsColumn(i) && IsInShort(i))
-                    texts[condition.end] = {
-                        condition.end, QStringLiteral("AND CASE WHEN %1 THEN true END ").arg(sql_.Slice(condition))};
+                    texts[condition.end] = {condition.end,
+                                            QStringLiteral("AND %1 ").arg(Uncounted(sql_.Slice(condition)))};
         return texts;
     }
 
     // "T.c LIKE 'text'", of the index.
     QString InShort(std::size_t i) const {
-        const QString column = ShortOfGathered(sql_.Slice({i + 2, i + 3}).mid(1).chopped(1));
+        const QString column = ShortOfGathered(sql_.SpelledName(i + 2));
         return QStringLiteral("(%1.[%2] LIKE %3 OR %1.[%4] = '%5')")
             .arg(kWalk, column, sql_.Slice({i + 4, i + 5}), FoldedColumn(column), QString(QChar(kTooLong)));
     }
@@ -267,10 +267,7 @@ class Search {
     QString Order() const { return sql_.Slice({order_ + 2, order_ + 3}); }
 
     // The order is that of the texts as they were typed, mostly all in one way; the folded ones lie alike.
-    QString FoldedOrder() const {
-        const bool quoted = sql_.At(order_ + 2).kind == Kind::Quoted;
-        return u'[' + FoldedColumn(quoted ? Order().mid(1).chopped(1) : Order()) + u']';
-    }
+    QString FoldedOrder() const { return u'[' + FoldedColumn(sql_.SpelledName(order_ + 2)) + u']'; }
 
     QString Replaced(TokenRange range, const Texts& texts) const {
         QString written;

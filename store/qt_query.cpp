@@ -26,14 +26,6 @@ QString BareName(const QString& name) {
     return end < 0 ? name : name.left(end);
 }
 
-QStringList NamesOf(const QSqlRecord& record) {
-    QStringList names;
-    for (int i = 0; i < record.count(); ++i) {
-        names.append(BareName(record.fieldName(i)));
-    }
-    return names;
-}
-
 // A server's "*" gives what the engine keeps for its searches as well, which is its own affair.
 bool IsKeptForSearches(const QString& name) {
     static const QString head = FoldedColumn({});
@@ -81,14 +73,14 @@ bool StartQuery(QSqlQuery& query, const QString& sql, Fault& fault) {
 }
 
 std::unique_ptr<Recordset> ReadRows(QSqlQuery& query, int mostRows, Fault& fault) {
-    const QStringList names = NamesOf(query.record());
+    const QSqlRecord record = query.record();
     QStringList columns;
     std::vector<int> places;
-    for (int i = 0; i < names.size(); ++i) {
-        if (!IsKeptForSearches(names[i])) {
-            columns.append(names[i]);
-            places.push_back(i);
-        }
+    for (int i = 0; i < record.count(); ++i) {
+        const QString name = BareName(record.fieldName(i));
+        if (IsKeptForSearches(name)) continue;
+        columns.append(name);
+        places.push_back(i);
     }
     std::vector<Recordset::Row> rows;
     while (static_cast<int>(rows.size()) < mostRows && query.next()) {

@@ -189,7 +189,7 @@ bool TokenizedSql::IsName(std::size_t index) const {
            (tokens_[index].kind == SqlToken::Kind::Word || tokens_[index].kind == SqlToken::Kind::Quoted);
 }
 
-QString TokenizedSql::Name(std::size_t index) const {
+QString TokenizedSql::SpelledName(std::size_t index) const {
     const auto& token = tokens_[index];
     QString name = text_.mid(token.start, token.length);
     if (token.kind == SqlToken::Kind::Quoted) {
@@ -199,6 +199,11 @@ QString TokenizedSql::Name(std::size_t index) const {
             name.replace(QString(2, quote), QString(quote));
         }
     }
+    return name;
+}
+
+QString TokenizedSql::Name(std::size_t index) const {
+    QString name = SpelledName(index);
     // Only ASCII letters are equal in both cases to the engine.
     for (QChar& c : name) {
         if (c >= u'A' && c <= u'Z') {

@@ -58,6 +58,9 @@ class TokenizedSql {
     /// True for a word or a quoted name.
     bool IsName(std::size_t index) const;
 
+    /// A name without its quotes, as it is spelled.
+    QString SpelledName(std::size_t index) const;
+
     /// A name as names are compared: without its quotes, ASCII letters folded.
     QString Name(std::size_t index) const;
 
