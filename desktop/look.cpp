@@ -66,6 +66,8 @@ QLabel[role="heading"]:hover { color: #1c57a0; }
 QLabel[role="title"] { font-weight: bold; font-size: 13pt; color: #24415f; }
 QLabel[role="notice"] { color: #b3261e; font-weight: bold; background: #ffffff; border: 1px solid #d3dae1;
     border-radius: 3px; padding: 1px 8px; }
+QLabel[role="result"] { color: #14202b; background: #ffffff; border: 1px solid #d3dae1; border-radius: 3px;
+    padding: 1px 8px; }
 QLabel#overlay { background: #fff4c2; border: 1px solid #c9a227; border-radius: 5px; color: #5c4500; font-weight: bold; }
 QLabel[role="limit"] { color: #8a4b00; }
 QLabel[role="count"] { color: #3d5a78; }

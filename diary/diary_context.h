@@ -16,6 +16,7 @@
 #include "platform/program_starter.h"
 #include "platform/run_file.h"
 #include "screen/form.h"
+#include "screen/result_line.h"
 #include "screen/screen_host.h"
 #include "session/data_access.h"
 #include "suite/sibling_calls.h"
@@ -78,6 +79,7 @@ struct DiaryContext {
     std::function<void()> showMoveScreen = [] {};
 
     screen::Form form{QStringLiteral("frm活動手帳")};
+    screen::ResultLine result{form};
     lists::ListWindows lists{{session, data, host, pick, form, clock}};
     ActivitySlot slot{};
     ScreenState state{};

@@ -35,7 +35,10 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     WireSiblings();
     WireAttachments();
     diary_.form.onLoad = [this] { Load(); };
-    diary_.form.onUserActed = [this] { KeepTyped(diary_); };
+    diary_.form.onUserActed = [this] {
+        KeepTyped(diary_);
+        if (diary_.form.gesturesUnderWay == 0) diary_.result.GestureDone(InputUnderWay(diary_));
+    };
     diary_.form.onQueryClose = [this] {
         if (diary_.HandlersAsleep()) return false;
         // The frame takes no focus: what stands in the item under the cursor hasn't been taken over yet. The item isn't

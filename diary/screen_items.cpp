@@ -53,6 +53,7 @@ void AddTitleAndCommands(Form& form) {
     AddPanel(form, "prg_ttl");
     AddPanel(form, "manualpanel", "Manual");
     AddPanel(form, "お知らせ");
+    AddPanel(form, "結果");
     AddButton(form, "btn_登録", "登録", "F12");
     AddButton(form, "btn_削除", "削除", "F9");
     AddButton(form, "btn_移動", "移動/追加", "F6");

@@ -117,9 +117,13 @@ bool BelongsToSlot(const QJsonObject& json, const SessionContext& session) {
 
 }  // namespace
 
+bool InputUnderWay(const DiaryContext& diary) {
+    return diary.state.InputHappened || ItemUnderWay(diary);
+}
+
 void KeepTyped(DiaryContext& diary) {
     if (diary.host.Ended()) return;
-    if (!diary.state.InputHappened && !ItemUnderWay(diary)) {
+    if (!InputUnderWay(diary)) {
         ForgetTyped(diary);
         return;
     }

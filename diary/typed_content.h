@@ -6,6 +6,10 @@
 // and a save that failed. The next start offers it.
 namespace diary {
 
+/// True while something stands on the screen that was typed or chosen and isn't stored, the item that is being typed
+/// into included.
+bool InputUnderWay(const DiaryContext& diary);
+
 /// Writes down what stands on the screen when it differs from what was written last, the item that is being typed into
 /// with it; takes the file away when there is nothing unsaved. A fault goes to the run history, once.
 void KeepTyped(DiaryContext& diary);

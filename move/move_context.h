@@ -20,6 +20,7 @@ struct MoveContext {
     CarryAttachments copyAttachments = [](const QString&, const QString&) {};
 
     screen::Form form{QStringLiteral("sbf営業日程移動")};
+    screen::ResultLine result{form};
     SlotKey source{};
     TargetSlot target{};
     /// The target's item that had the focus last; a refused command gives it back.

@@ -25,6 +25,9 @@ MoveScreen::MoveScreen(MoveContext& move) : move_(move) {
     WireCommands();
     WireLists();
     move_.form.onLoad = [this] { Load(); };
+    move_.form.onUserActed = [this] {
+        if (move_.form.gesturesUnderWay == 0) move_.result.GestureDone(false);
+    };
     move_.form.onEscape = [this] { move_.diary.host.CloseByFrame(move_.form); };
 }
 

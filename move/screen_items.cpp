@@ -106,6 +106,7 @@ void BuildScreenItems(Form& form) {
     form.Add(ControlKind::CommandButton, QStringLiteral("ヘッド終了"));
     AddPanel(form, "prg_ttl");
     AddPanel(form, "お知らせ");
+    AddPanel(form, "結果");
     AddSource(form);
     AddTarget(form);
     AddButton(form, "btn_移動", "移動", "F12");

@@ -79,6 +79,8 @@ class Form {
 
     /// Runs when something that the user did to the form has been carried out, whatever it was.
     std::function<void()> onUserActed;
+    /// How many gestures are being carried out: a click that first moves the focus counts as two, one in the other.
+    int gesturesUnderWay = 0;
 
     FormWatcher* watcher = nullptr;
 

@@ -32,6 +32,7 @@ bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset,
                                    int mostRows) {
     store::Fault fault;
     if (!Read(context_.MainConnection.get(), recordset, sql, fault, mostRows)) {
+        lastMainFault_ = fault;
         log_.WriteErrorHistory(fault.description + sql);
         return false;
     }
@@ -42,6 +43,7 @@ bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset,
 bool DataAccess::ExecuteMain(const QString& sql, bool writeLog) {
     store::Fault fault;
     if (!Run(context_.MainConnection.get(), sql, fault)) {
+        lastMainFault_ = fault;
         log_.WriteErrorHistory(fault.description + sql);
         return false;
     }

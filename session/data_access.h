@@ -39,6 +39,9 @@ class DataAccess {
     /// ExecuteConfig that also leaves the statement in the run history when it ran.
     bool ExecuteConfigLogged(const QString& sql);
 
+    /// The fault of the last statement on the main database that failed.
+    const store::Fault& LastMainFault() const { return lastMainFault_; }
+
   private:
     bool Read(store::Connection* connection, std::unique_ptr<store::Recordset>& recordset, const QString& sql,
               store::Fault& fault, int mostRows = store::kAllRows);
@@ -47,6 +50,7 @@ class DataAccess {
 
     SessionContext& context_;
     StatementLog& log_;
+    store::Fault lastMainFault_;
 };
 
 /// A column's value as a whole number; nothing when it is Null.

@@ -9,10 +9,22 @@
 
 namespace store {
 
+/// What a fault is about, as far as an engine tells it.
+enum class FaultKind {
+    Other,        ///< the engine's words say it
+    DiskFull,     ///< no room for what was to be written
+    NotWritable,  ///< the store, or its folder, may not be written
+    Away,         ///< the server, or the file's share, can't be reached
+    Locked,       ///< another process held it for longer than is waited
+    KeyTaken,     ///< a row of that key is there already
+    RuleBroken,   ///< a rule of the table other than its key
+};
+
 /// What went wrong in the last operation of a store: the engine's own number (0 when it gave none) and its words.
 struct Fault {
     int number = 0;
     QString description;
+    FaultKind kind = FaultKind::Other;
 };
 
 /// How long a statement waits for another process's lock unless told otherwise, in milliseconds.
