@@ -45,6 +45,9 @@ class RunFile {
     /// Leaves what stands there as a leftover for a later run, and begins with nothing.
     void SetAside();
 
+    /// The folder of this user's unfinished work; it is made when something is first written.
+    const QString& Folder() const { return folder_; }
+
     struct Leftover {
         QString path;
         QByteArray content;

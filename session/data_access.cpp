@@ -40,6 +40,12 @@ bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset,
     return !recordset->Eof();
 }
 
+std::unique_ptr<store::Recordset> DataAccess::ReadMainUntold(const QString& sql, int mostRows) {
+    store::Fault untold;
+    std::unique_ptr<store::Recordset> recordset;
+    return Read(context_.MainConnection.get(), recordset, sql, untold, mostRows) ? std::move(recordset) : nullptr;
+}
+
 bool DataAccess::ExecuteMain(const QString& sql, bool writeLog) {
     store::Fault fault;
     if (!Run(context_.MainConnection.get(), sql, fault)) {

@@ -39,6 +39,10 @@ class DataAccess {
     /// ExecuteConfig that also leaves the statement in the run history when it ran.
     bool ExecuteConfigLogged(const QString& sql);
 
+    /// Reads from the main database for what the user is only told: nothing of it goes to the run history, whatever
+    /// becomes of it. Null on a fault; an empty result is a recordset at its end.
+    std::unique_ptr<store::Recordset> ReadMainUntold(const QString& sql, int mostRows = store::kAllRows);
+
     /// The fault of the last statement on the main database that failed.
     const store::Fault& LastMainFault() const { return lastMainFault_; }
 
