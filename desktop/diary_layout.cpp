@@ -27,7 +27,8 @@ void AddCommands(WidgetShelf& shelf, QVBoxLayout& whole) {
     for (const char* name : {"btn_登録", "btn_削除", "btn_移動", "btn_暦編集"})
         if (QWidget* button = shelf.TakeAs("main", QString::fromUtf8(name))) row->addWidget(button);
     row->addStretch();
-    if (QWidget* button = shelf.TakeAs("main", QStringLiteral("btn_終了"))) row->addWidget(button);
+    for (const char* name : {"btn_控え一覧", "btn_終了"})
+        if (QWidget* button = shelf.TakeAs("main", QString::fromUtf8(name))) row->addWidget(button);
     whole.addLayout(row);
 }
 

@@ -4,12 +4,15 @@
 
 #include "diary/confirmation.h"
 #include "diary/focus_gate.h"
+#include "diary/kept_inputs.h"
 #include "diary/masked_item.h"
+#include "diary/outcome_words.h"
 #include "diary/painting.h"
+#include "diary/slot_input.h"
 #include "diary/slot_loading.h"
-#include "diary/slot_saving.h"
 #include "diary/slot_statements.h"
 #include "diary/slot_window.h"
+#include "diary/told_writing.h"
 #include "diary/typed_content.h"
 #include "items/display_forms.h"
 #include "screen/wait_dialog.h"
@@ -100,12 +103,7 @@ void RegisterSlot(DiaryContext& diary) {
     }
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        KeepTyped(diary);
-        if (WriteSlot(diary))
-            ForgetTyped(diary);
-        else
-            SetTypedAside(diary);
-        ClearSlot(diary);
+        if (SaveAndTell(diary).safe) ClearSlot(diary);
         RefreshScreen(diary);
     }
     GoOnAt(diary, "営業活動日付日");
@@ -126,8 +124,7 @@ void DeleteSlot(DiaryContext& diary) {
     }
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        DeleteDetailExact(diary);
-        ClearSlot(diary);
+        if (DeleteAndTell(diary).safe) ClearSlot(diary);
         RefreshScreen(diary);
     }
     GoOnAt(diary, "相手先コード");
@@ -141,8 +138,8 @@ void OpenMoveScreen(DiaryContext& diary) {
     if (diary.host.Ended()) return;
     const QString key = std::exchange(diary.pick.ListCondition, QString());
     if (!key.isEmpty()) {
-        // What was typed into the slot before it moved wasn't part of that; the next start offers it.
-        SetTypedAside(diary);
+        // What was typed into the slot before it moved wasn't part of that, and belongs to where the slot is now.
+        if (RowsAtStart(diary, diary.state.SettledKey).isEmpty()) diary.state.SettledKey = {};
         ReopenFromMoveResult(diary, key);
     }
     FocusControl(diary, *diary.state.LastLeftControl);
@@ -162,6 +159,7 @@ bool QuitScreen(DiaryContext& diary) {
             return false;
         }
     }
+    KeepWhatLeaves(diary, QStringLiteral("終了時の入力"));
     ForgetTyped(diary);
     diary.closeSession();
     return true;
@@ -182,6 +180,7 @@ void TailReached(DiaryContext& diary) {
         const FillingScope filling(diary.state);
         FocusControl(diary, *diary.state.FirstEntryControl);
         if (!diary.state.InputHappened) return;
+        diary.result.Tell(MissingWords(diary));
         RegisterSlot(diary);
     }
     if (!diary.host.Ended()) RefreshCommands(diary);

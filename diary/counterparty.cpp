@@ -1,5 +1,6 @@
 #include "diary/counterparty.h"
 
+#include "diary/kept_inputs.h"
 #include "diary/masked_item.h"
 #include "diary/painting.h"
 #include "items/text_rules.h"
@@ -121,6 +122,7 @@ void CounterpartyCodeLeft(DiaryContext& diary) {
         diary.slot.相手先コード.clear();
         return;
     }
+    const TypedTextGuard guard(diary);
     TakePickedKind(diary, *code);
     if (diary.slot.相手先区分 == 0) diary.slot.相手先区分 = kLastCounterpartyKind;
     if (const auto row = ResolveCounterparty(diary, *code)) {

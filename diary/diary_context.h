@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSet>
 #include <QString>
 #include <array>
 #include <functional>
@@ -13,8 +16,8 @@
 #include "numbers/phone_directory.h"
 #include "platform/clock.h"
 #include "platform/document_opener.h"
+#include "platform/kept_files.h"
 #include "platform/program_starter.h"
-#include "platform/run_file.h"
 #include "screen/form.h"
 #include "screen/result_line.h"
 #include "screen/screen_host.h"
@@ -46,6 +49,16 @@ struct ScreenState {
     /// Outcome of the last write, for whoever looks into a running client; nothing is shown of it.
     int LastSaveResult = 0;
     QString LastSaveMessage;
+    /// The content as it came onto the screen: from a row, empty for a new slot.
+    ActivitySlot CameAs;
+    /// The texts of the party that the user typed since then, by the names of their items.
+    QSet<QString> TypedTexts;
+    /// The key under which the content last stood there, as the user saw it; see SettleKey.
+    QJsonObject SettledKey;
+    /// The rows that a save under way takes the place of; see RowToKeep.
+    QJsonArray Replacing;
+    /// The entry of 控え that stands on the screen; empty when none does.
+    QString PickedKept;
     /// What was last written down of the unsaved content; empty when nothing is.
     QByteArray KeptContent;
     /// Writing it down failed; told once.
@@ -67,7 +80,7 @@ struct DiaryContext {
     lists::PickState& pick;
     suite::SiblingCalls& siblings;
     platform::ProgramStarter& starter;
-    platform::RunFile& typedFile;
+    platform::KeptFiles& kept;
     session::StatementLog& log;
     attachments::AttachmentStore& attachments;
     platform::DocumentOpener& opener;

@@ -6,6 +6,8 @@
 #include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/focus_gate.h"
+#include "diary/kept_inputs.h"
+#include "diary/kept_list.h"
 #include "diary/launching.h"
 #include "diary/linked_documents.h"
 #include "diary/list_gestures.h"
@@ -37,6 +39,7 @@ DiaryScreen::DiaryScreen(DiaryContext& diary) : diary_(diary) {
     diary_.form.onLoad = [this] { Load(); };
     diary_.form.onUserActed = [this] {
         KeepTyped(diary_);
+        SettleKey(diary_);
         if (diary_.form.gesturesUnderWay == 0) diary_.result.GestureDone(InputUnderWay(diary_));
     };
     diary_.form.onQueryClose = [this] {
@@ -71,6 +74,7 @@ void DiaryScreen::Load() {
     }
     RefreshScreen(diary_);
     diary_.ShowNotice(QString());
+    SettleKey(diary_);
 }
 
 void DiaryScreen::FocusAfterShow() {
@@ -291,6 +295,7 @@ void DiaryScreen::WireCommands() {
     Item("btn_削除").onClick = Awake([this] { DeleteSlot(diary_); });
     Item("btn_移動").onClick = Awake([this] { OpenMoveScreen(diary_); });
     Item("btn_終了").onClick = Awake([this] { QuitScreen(diary_); });
+    Item("btn_控え一覧").onClick = Awake([this] { OpenKeptList(diary_); });
     Item("manualpanel").onClick = Awake([this] {
         const bool opened = hostsetup::OpenManual(diary_.opener, diary_.session);
         diary_.ShowNotice(opened ? QString() : QStringLiteral("マニュアルを開けませんでした。"));

@@ -7,7 +7,7 @@ namespace diary {
 
 namespace {
 
-constexpr int kBehindKeys = 11;
+constexpr int kBehindKeys = kLastKeyOrder + 1;
 
 const std::array<const char*, 10> kKeyItems{"営業活動日付年", "営業活動日付月",  "営業活動日付日", "開始時刻時",
                                             "開始時刻分",     "終了時刻時",      "終了時刻分",     "担当者コード",

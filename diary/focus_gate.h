@@ -24,7 +24,8 @@ void FocusByItemName(DiaryContext& diary, const QString& name);
 /// true at level 1 while any key item is empty.
 bool FocusGate(DiaryContext& diary, int level, const QString& name, int order);
 
-/// The place of an item for FocusGate: 1 to 10, and 11 for all behind the key items.
+/// The place of an item for FocusGate: 1 to kLastKeyOrder, and one more for all behind the key items.
+inline constexpr int kLastKeyOrder = 10;
 int GateOrder(const QString& name);
 
 /// The entry items that run the gate when they get the focus, in screen order.

@@ -4,6 +4,7 @@
 
 #include "diary/commands.h"
 #include "diary/counterparty.h"
+#include "diary/kept_inputs.h"
 #include "diary/launch_tails.h"
 #include "diary/linked_documents.h"
 #include "diary/painting.h"
@@ -88,6 +89,7 @@ void LaunchPartyCard(DiaryContext& diary) {
         diary.state.InputHappened = true;
     }
     if (slot.相手先コード.isEmpty()) return;
+    const TypedTextGuard guard(diary);
     if (const auto row = ResolveCounterparty(diary, slot.相手先コード))
         TakeCounterparty(diary, *row);
     else
@@ -106,6 +108,7 @@ void LaunchContactCard(DiaryContext& diary) {
         diary.state.InputHappened = true;
     }
     if (slot.相手先御担当者コード.isEmpty()) return;
+    const TypedTextGuard guard(diary);
     if (const auto row = ResolveContact(diary, slot.相手先御担当者コード))
         TakeContact(diary, *row);
     else

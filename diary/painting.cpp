@@ -127,6 +127,9 @@ void ClearSlot(DiaryContext& diary) {
     diary.slot = ActivitySlot();
     diary.slot.営業活動曜日 = weekday;
     diary.slot.相手先名称入力区分 = 1;
+    diary.state.CameAs = diary.slot;
+    diary.state.TypedTexts.clear();
+    diary.state.PickedKept.clear();
     diary.state.LoadedSlotDate.clear();
     diary.session.StaffCode.clear();
     diary.session.NewSlotMode = true;

@@ -57,6 +57,7 @@ void AddTitleAndCommands(Form& form) {
     AddButton(form, "btn_登録", "登録", "F12");
     AddButton(form, "btn_削除", "削除", "F9");
     AddButton(form, "btn_移動", "移動/追加", "F6");
+    AddButton(form, "btn_控え一覧", "控え", "Ctrl+F2");
     AddButton(form, "btn_終了", "終了", "F10");
     AddButton(form, "btn_暦編集", "暦", "F11");
 }

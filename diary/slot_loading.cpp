@@ -1,50 +1,20 @@
 #include "diary/slot_loading.h"
 
 #include "diary/date_time_entry.h"
+#include "diary/kept_inputs.h"
+#include "diary/linked_documents.h"
 #include "diary/painting.h"
+#include "diary/slot_row.h"
 #include "diary/slot_statements.h"
 #include "diary/staff_resolution.h"
 
 namespace diary {
-
-using session::TakeColumn;
 
 namespace {
 
 void LogViewing(DiaryContext& diary) {
     const session::SessionContext& key = diary.session;
     diary.viewingLog.RecordViewing({session::kProgramId, {}, {}, {}, key.StaffCode + key.SlotDate + key.StartTime});
-}
-
-void TakeDocument(const store::Recordset& row, const QString& kind, DocumentLink& link) {
-    TakeColumn(row, kind + "新規区分", link.新規区分);
-    TakeColumn(row, kind + "事業所コード", link.事業所コード);
-    TakeColumn(row, kind + "番号基準日付", link.番号基準日付);
-    TakeColumn(row, kind + "No", link.No);
-}
-
-/// A Null never clears what the screen held before.
-void TakeRow(const store::Recordset& row, ActivitySlot& slot, bool withDeal) {
-    TakeColumn(row, QStringLiteral("発信区分"), slot.発信区分);
-    TakeColumn(row, QStringLiteral("応対方法"), slot.応対方法);
-    TakeColumn(row, QStringLiteral("要件分類"), slot.要件分類);
-    TakeColumn(row, QStringLiteral("対応分類"), slot.対応分類);
-    TakeColumn(row, QStringLiteral("相手先区分"), slot.相手先区分);
-    for (const SlotText& text : kPartyTexts)
-        TakeColumn(row, QString::fromUtf8(text.name), slot.*text.field);
-    TakeColumn(row, QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
-    for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
-        const QString name = session::DocumentKinds()[kind];
-        // Payments are written with a slot but never shown by a load.
-        if (name == QStringLiteral("出金") || (name == QStringLiteral("案件") && !withDeal)) continue;
-        TakeDocument(row, name, slot.documents[kind]);
-    }
-    TakeColumn(row, QStringLiteral("営業活動摘要"), slot.営業活動摘要);
-    TakeColumn(row, QStringLiteral("承認日付"), slot.承認日付);
-    TakeColumn(row, QStringLiteral("承認者コード"), slot.承認者コード);
-    TakeColumn(row, QStringLiteral("承認区分"), slot.承認区分);
-    TakeColumn(row, QStringLiteral("登録日付"), slot.登録日付);
-    TakeColumn(row, QStringLiteral("更新日付"), slot.更新日付);
 }
 
 void BecomeNew(DiaryContext& diary) {
@@ -54,10 +24,31 @@ void BecomeNew(DiaryContext& diary) {
     diary.state.LoadedSlotDate.clear();
 }
 
+/// A step takes the stored row but for its end and its deal, which stay as the screen holds them.
+void TellWhatStays(DiaryContext& diary, const store::Recordset& row) {
+    const QString end = row.Value(QStringLiteral("終了時刻")).value_or(QString());
+    if (end != diary.session.EndTime)
+        diary.result.Tell("終了時刻は画面の " + diary.session.EndTime + " のままです（登録は " + end + "）。");
+    const QString deal = row.Value(QStringLiteral("案件No")).value_or(QString());
+    const QString shown = diary.slot.documents[k案件].No;
+    if (deal != shown)
+        diary.result.Tell("案件Noは画面の " + (shown.isEmpty() ? QStringLiteral("空欄") : shown) +
+                          " のままです（登録は " + (deal.isEmpty() ? QStringLiteral("空欄") : deal) + "）。");
+}
+
 void BecomeExisting(DiaryContext& diary, const store::Recordset& row, bool withDeal) {
     diary.state.LoadedSlotDate = diary.session.SlotDate;
-    TakeRow(row, diary.slot, withDeal);
     diary.session.NewSlotMode = false;
+    if (!KeepWhatLeaves(diary, QStringLiteral("別の枠を表示"))) {
+        diary.result.Tell(QStringLiteral("登録済みの枠は表示していません。"));
+        return;
+    }
+    if (!withDeal) TellWhatStays(diary, row);
+    // Payments are written with a slot but never shown by a load.
+    TakeRow(row, diary.slot, {!withDeal, true});
+    diary.state.CameAs = diary.slot;
+    diary.state.TypedTexts.clear();
+    diary.state.PickedKept.clear();
     diary.state.InputHappened = false;
 }
 

@@ -64,11 +64,13 @@ bool Insert(DiaryContext& diary, const QString& sql) {
     return done;
 }
 
-void Delete(DiaryContext& diary, const QString& condition) {
-    if (diary.data.ExecuteMain("DELETE FROM T営業活動明細" + condition, true))
+bool Delete(DiaryContext& diary, const QString& condition) {
+    const bool done = diary.data.ExecuteMain("DELETE FROM T営業活動明細" + condition, true);
+    if (done)
         KeepOutcome(diary.state, 7);
     else
         KeepOutcome(diary.state, 6, "既に削除されています。削除できませんでした。");
+    return done;
 }
 
 void EnsureHeaderRow(DiaryContext& diary) {
@@ -137,8 +139,8 @@ bool WriteSlot(DiaryContext& diary) {
     return InsertDetailRow(diary);
 }
 
-void DeleteDetailExact(DiaryContext& diary) {
-    Delete(diary, ExactKeyCondition(diary.session));
+bool DeleteDetailExact(DiaryContext& diary) {
+    return Delete(diary, ExactKeyCondition(diary.session));
 }
 
 }  // namespace diary

@@ -9,8 +9,9 @@ namespace diary {
 /// stands alone, and a failed one stands in the run history. True when the row was inserted.
 bool WriteSlot(DiaryContext& diary);
 
-/// Deletes the slot's row by its whole key. The header row of the day stays.
-void DeleteDetailExact(DiaryContext& diary);
+/// Deletes the slot's row by its whole key. The header row of the day stays. True when the statement ran, also when
+/// there was no such row.
+bool DeleteDetailExact(DiaryContext& diary);
 
 /// The INSERT of the slot's row with all 58 columns. `slot.登録日付` holds the stamp of this save.
 QString DetailInsertStatement(const session::SessionContext& session, const ActivitySlot& slot);

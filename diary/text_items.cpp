@@ -31,6 +31,7 @@ void LimitedTextLeft(DiaryContext& diary, const SlotText& text) {
     QString& field = diary.slot.*text.field;
     if (item.Text() == field) return;
     diary.state.InputHappened = true;
+    diary.state.TypedTexts.insert(item.Name());
     field = items::TruncateToBytes(item.Text(), item.maxLength);
     if (text.field == &ActivitySlot::相手先略称 && diary.slot.相手先名称A.isEmpty()) diary.slot.相手先名称A = field;
     PaintScreen(diary);
@@ -42,6 +43,7 @@ void PhoneLeft(DiaryContext& diary, const SlotText& text) {
     const QString digits = items::DigitsOnly(typed);
     if (digits == items::DigitsOnly(field)) return;
     diary.state.InputHappened = true;
+    diary.state.TypedTexts.insert(QString::fromUtf8(text.name));
     field = digits.isEmpty() ? QString() : typed;
     PaintScreen(diary);
 }

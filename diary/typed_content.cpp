@@ -1,12 +1,11 @@
 #include "diary/typed_content.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 
-#include "diary/commands.h"
-#include "diary/focus_gate.h"
+#include "diary/kept_inputs.h"
+#include "diary/kept_list.h"
 #include "diary/painting.h"
+#include "diary/slot_input.h"
 
 namespace diary {
 
@@ -14,43 +13,7 @@ using session::SessionContext;
 
 namespace {
 
-struct KeyText {
-    const char* name;
-    QString SessionContext::*field;
-};
-
-const KeyText kKeyTexts[] = {{"SlotDate", &SessionContext::SlotDate},       {"SlotYear", &SessionContext::SlotYear},
-                             {"SlotMonth", &SessionContext::SlotMonth},     {"SlotDay", &SessionContext::SlotDay},
-                             {"StartTime", &SessionContext::StartTime},     {"StartHour", &SessionContext::StartHour},
-                             {"StartMinute", &SessionContext::StartMinute}, {"EndTime", &SessionContext::EndTime},
-                             {"EndHour", &SessionContext::EndHour},         {"EndMinute", &SessionContext::EndMinute},
-                             {"StaffCode", &SessionContext::StaffCode}};
-
-const SlotText kFurtherTexts[] = {
-    {"営業活動曜日", &ActivitySlot::営業活動曜日}, {"営業活動摘要", &ActivitySlot::営業活動摘要},
-    {"承認日付", &ActivitySlot::承認日付},         {"承認者コード", &ActivitySlot::承認者コード},
-    {"登録日付", &ActivitySlot::登録日付},         {"更新日付", &ActivitySlot::更新日付}};
-
-struct SlotNumber {
-    const char* name;
-    int ActivitySlot::*field;
-};
-
-const SlotNumber kNumbers[] = {
-    {"発信区分", &ActivitySlot::発信区分},     {"応対方法", &ActivitySlot::応対方法},
-    {"要件分類", &ActivitySlot::要件分類},     {"対応分類", &ActivitySlot::対応分類},
-    {"相手先区分", &ActivitySlot::相手先区分}, {"相手先名称入力区分", &ActivitySlot::相手先名称入力区分},
-    {"承認区分", &ActivitySlot::承認区分}};
-
-template <typename Visit>
-void ForEachSlotText(const Visit& visit) {
-    for (const SlotText& text : kStaffTexts)
-        visit(text);
-    for (const SlotText& text : kPartyTexts)
-        visit(text);
-    for (const SlotText& text : kFurtherTexts)
-        visit(text);
-}
+using Leftover = platform::KeptFiles::Entry;
 
 /// The item that is being typed into: its text hasn't reached the slot yet. Null when there is none.
 const screen::Control* ItemUnderWay(const DiaryContext& diary) {
@@ -60,53 +23,13 @@ const screen::Control* ItemUnderWay(const DiaryContext& diary) {
     return painted && *painted != item->RawText() ? item : nullptr;
 }
 
-QJsonObject ToJson(const DiaryContext& diary) {
-    QJsonObject json;
-    for (const KeyText& text : kKeyTexts)
-        json[QString::fromUtf8(text.name)] = diary.session.*text.field;
-    ForEachSlotText([&](const SlotText& text) { json[QString::fromUtf8(text.name)] = diary.slot.*text.field; });
-    for (const SlotNumber& number : kNumbers)
-        json[QString::fromUtf8(number.name)] = diary.slot.*number.field;
-    QJsonArray documents;
-    for (const DocumentLink& link : diary.slot.documents)
-        documents.append(QJsonArray{link.新規区分, link.事業所コード, link.番号基準日付, link.No});
-    json["documents"] = documents;
-    json["NewSlotMode"] = diary.session.NewSlotMode;
-    json["InputHappened"] = diary.state.InputHappened;
-    json["LoadedSlotDate"] = diary.state.LoadedSlotDate;
-    if (const screen::Control* item = ItemUnderWay(diary)) {
-        json["item"] = item->Name();
-        json["text"] = item->RawText();
-    }
-    return json;
-}
-
-void FromJson(DiaryContext& diary, const QJsonObject& json) {
-    for (const KeyText& text : kKeyTexts)
-        diary.session.*text.field = json[QString::fromUtf8(text.name)].toString();
-    ForEachSlotText(
-        [&](const SlotText& text) { diary.slot.*text.field = json[QString::fromUtf8(text.name)].toString(); });
-    for (const SlotNumber& number : kNumbers)
-        diary.slot.*number.field = json[QString::fromUtf8(number.name)].toInt();
-    const QJsonArray documents = json["documents"].toArray();
-    for (std::size_t kind = 0; kind < diary.slot.documents.size(); ++kind) {
-        const QJsonArray link = documents[static_cast<qsizetype>(kind)].toArray();
-        diary.slot.documents[kind] = {link[0].toInt(), link[1].toString(), link[2].toString(), link[3].toString()};
-    }
-    diary.session.NewSlotMode = json["NewSlotMode"].toBool();
-    diary.state.InputHappened = json["InputHappened"].toBool();
-    diary.state.LoadedSlotDate = json["LoadedSlotDate"].toString();
+QJsonObject Content(const Leftover& leftover) {
+    return QJsonDocument::fromJson(leftover.text).object();
 }
 
 void Restore(DiaryContext& diary, const QJsonObject& json) {
-    FromJson(diary, json);
-    PaintScreen(diary);
-    RefreshCommands(diary);
-    RefreshScreen(diary);
-    const QString item = json["item"].toString();
-    screen::Control* control = item.isEmpty() ? nullptr : diary.form.Find(item);
-    FocusControl(diary, control ? *control : *diary.state.FirstEntryControl);
-    if (control) control->SetText(json["text"].toString());
+    PutInputOnScreen(diary, json);
+    diary.state.Replacing = json["replacing"].toArray();
     KeepTyped(diary);
 }
 
@@ -115,51 +38,96 @@ bool BelongsToSlot(const QJsonObject& json, const SessionContext& session) {
            json["StartTime"].toString() == session.StartTime;
 }
 
+/// True when the run ended behind the INSERT of its save.
+bool IsStored(const DiaryContext& diary, const QJsonObject& input) {
+    if (input.contains("item")) return false;
+    const QJsonArray rows = RowsAtStart(diary, input);
+    return std::any_of(rows.begin(), rows.end(),
+                       [&input](const QJsonValue& row) { return SameInput(input, InputOfRow(row.toObject())); });
+}
+
+/// Rows that a broken-off save had taken out of the table, and that nothing has taken the place of.
+QJsonArray LostRows(const DiaryContext& diary, const QJsonObject& input) {
+    const QJsonArray rows = input["replacing"].toArray();
+    return rows.isEmpty() || !RowsAtStart(diary, InputOfRow(rows.first().toObject())).isEmpty() ? QJsonArray() : rows;
+}
+
+void PutBackLostRows(DiaryContext& diary, const QJsonObject& input) {
+    for (const QJsonValue& row : LostRows(diary, input)) {
+        if (diary.data.ExecuteMain(RowStatement(row.toObject()), true))
+            diary.result.Tell(QStringLiteral("中断された修正の元の枠を戻しました。"));
+        else
+            KeepRows(diary, {row}, QStringLiteral("修正前の枠"));
+    }
+}
+
+/// What is left is the newest at the front.
+std::vector<Leftover> LeftoversToAskAbout(DiaryContext& diary) {
+    const auto wanted = [&diary](const QByteArray& text) {
+        const QJsonDocument document = QJsonDocument::fromJson(text);
+        return document.isObject() && (!diary.session.SlotKeyGiven || BelongsToSlot(document.object(), diary.session));
+    };
+    std::vector<Leftover> leftovers = diary.kept.TakeLeftovers(wanted);
+    std::erase_if(leftovers, [&diary](const Leftover& leftover) {
+        const QJsonObject input = Content(leftover);
+        if (!IsStored(diary, input)) return false;
+        KeepRows(diary, input["replacing"].toArray(), QStringLiteral("修正前の枠"));
+        diary.kept.DropLeftover(leftover.id);
+        return true;
+    });
+    return leftovers;
+}
+
 }  // namespace
 
 bool InputUnderWay(const DiaryContext& diary) {
     return diary.state.InputHappened || ItemUnderWay(diary);
 }
 
-void KeepTyped(DiaryContext& diary) {
-    if (diary.host.Ended()) return;
+bool KeepTyped(DiaryContext& diary) {
+    if (diary.host.Ended()) return true;
     if (!InputUnderWay(diary)) {
         ForgetTyped(diary);
-        return;
+        return true;
     }
-    const QByteArray content = QJsonDocument(ToJson(diary)).toJson(QJsonDocument::Compact);
-    if (content == diary.state.KeptContent) return;
-    diary.state.KeptContent = content;
-    if (diary.typedFile.Write(content) || diary.state.KeepingFailed) return;
-    diary.state.KeepingFailed = true;
-    diary.log.WriteErrorHistory(QStringLiteral("入力内容を控えられません。"));
-}
-
-void ForgetTyped(DiaryContext& diary) {
-    diary.typedFile.Remove();
-    diary.state.KeptContent.clear();
-}
-
-void SetTypedAside(DiaryContext& diary) {
-    diary.typedFile.SetAside();
-    diary.state.KeptContent.clear();
+    QJsonObject json = InputOnScreen(diary);
+    if (const screen::Control* item = ItemUnderWay(diary)) {
+        json["item"] = item->Name();
+        json["text"] = item->RawText();
+    }
+    if (!diary.state.Replacing.isEmpty()) json["replacing"] = diary.state.Replacing;
+    const QByteArray content = QJsonDocument(json).toJson(QJsonDocument::Compact);
+    if (content == diary.state.KeptContent) return true;
+    const bool kept = diary.kept.Write(content);
+    if (kept)
+        diary.state.KeptContent = content;
+    else
+        TellKeepingFailed(diary);
+    return kept;
 }
 
 void OfferTyped(DiaryContext& diary) {
-    const auto wanted = [&diary](const QByteArray& content) {
-        const QJsonDocument document = QJsonDocument::fromJson(content);
-        return document.isObject() && (!diary.session.SlotKeyGiven || BelongsToSlot(document.object(), diary.session));
-    };
-    while (const auto leftover = diary.typedFile.TakeLeftover(wanted)) {
-        const screen::Button answer = diary.host.Ask({screen::kProgramTitle,
-                                                      QStringLiteral("前回の入力内容が残っています。復元しますか？"),
-                                                      {screen::Button::Yes, screen::Button::No},
-                                                      screen::Button::Yes});
-        if (diary.host.Ended()) return;
-        if (answer == screen::Button::Yes) Restore(diary, QJsonDocument::fromJson(leftover->content).object());
-        diary.typedFile.Drop(*leftover);
-        if (answer == screen::Button::Yes) return;
+    const std::vector<Leftover> leftovers = LeftoversToAskAbout(diary);
+    for (std::size_t place = 1; place < leftovers.size(); ++place) {
+        const QJsonObject input = Content(leftovers[place]);
+        PutBackLostRows(diary, input);
+        KeepInput(diary, input, QStringLiteral("前回の入力"));
+        diary.kept.DropLeftover(leftovers[place].id);
     }
+    if (leftovers.empty()) return;
+    const screen::Button answer = diary.host.Ask({screen::kProgramTitle,
+                                                  QStringLiteral("前回の入力内容が残っています。復元しますか？"),
+                                                  {screen::Button::Yes, screen::Button::No},
+                                                  screen::Button::Yes});
+    if (diary.host.Ended()) return;
+    const QJsonObject input = Content(leftovers.front());
+    if (answer == screen::Button::Yes) {
+        KeepRows(diary, LostRows(diary, input), QStringLiteral("修正前の枠"));
+        Restore(diary, input);
+    } else {
+        PutBackLostRows(diary, input);
+    }
+    diary.kept.DropLeftover(leftovers.front().id);
 }
 
 }  // namespace diary

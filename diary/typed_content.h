@@ -2,8 +2,8 @@
 
 #include "diary/diary_context.h"
 
-// What the user typed and hasn't saved, kept in a file of this run so that it outlives a killed process, a power cut
-// and a save that failed. The next start offers it.
+// What the user typed and hasn't saved, kept in a file of this run so that it outlives a killed process and a power
+// cut. The next start offers it.
 namespace diary {
 
 /// True while something stands on the screen that was typed or chosen and isn't stored, the item that is being typed
@@ -11,17 +11,14 @@ namespace diary {
 bool InputUnderWay(const DiaryContext& diary);
 
 /// Writes down what stands on the screen when it differs from what was written last, the item that is being typed into
-/// with it; takes the file away when there is nothing unsaved. A fault goes to the run history, once.
-void KeepTyped(DiaryContext& diary);
+/// with it, and the rows that a save under way replaces; takes it away when there is nothing unsaved. False when it
+/// couldn't be written, which the run history is told once.
+bool KeepTyped(DiaryContext& diary);
 
-/// Takes the file away: the content is saved, or the user gave it up.
-void ForgetTyped(DiaryContext& diary);
-
-/// Leaves the file for the next start, though the screen goes on with something else: the content couldn't be saved.
-void SetTypedAside(DiaryContext& diary);
-
-/// Offers what runs that ended unexpectedly left, the oldest first, until the user takes one. A run with a slot key is
-/// offered only what belongs to its slot.
+/// Offers what a run that ended unexpectedly left, the newest; of several the others go on the list of what is kept.
+/// What has been stored is dropped unasked. A run with a slot key is offered only what belongs to its slot. A change
+/// that was broken off with its old row gone is offered so too; declined, the old row is put back where its key has
+/// none.
 void OfferTyped(DiaryContext& diary);
 
 }  // namespace diary

@@ -10,8 +10,8 @@ namespace lists {
 using screen::Control;
 using screen::ListRow;
 
-ListWindow::ListWindow(const ListDescription& description, ListServices services, ListWindows& others)
-    : description_(description), services_(services), others_(others), form_(description.name) {
+ListWindow::ListWindow(const ListDescription& description, ListServices services, ListWindows& others, OwnRows own)
+    : description_(description), own_(std::move(own)), services_(services), others_(others), form_(description.name) {
     BuildItems();
     form_.SetCaption(description.title);
     form_.onLoad = [this] {
@@ -40,7 +40,7 @@ void ListWindow::SearchBy(int mode) {
 }
 
 void ListWindow::Search() {
-    std::vector<ListRow> rows;
+    std::vector<ListRow> rows = own_.rows ? own_.rows() : std::vector<ListRow>();
     const SearchValues values = Values();
     services_.host.SetBusy(true);
     for (const ListStatement& statement : description_.statements)
@@ -124,6 +124,11 @@ void ListWindow::Pick() {
     const int selected = list_->ListIndex();
     if (selected < 0) return;
     const ListRow row = list_->Rows()[static_cast<std::size_t>(selected)];
+    if (own_.picked) {
+        GoBack();
+        own_.picked(row.key);
+        return;
+    }
     PickState& pick = services_.pick;
     const bool leavesKey = description_.kind == ListKind::Number || description_.keepsKeyInCondition;
     if (leavesKey) pick.ListCondition = row.key;
@@ -212,6 +217,13 @@ void ListWindows::OpenListWindow(const QString& name, const QString& condition, 
     services_.pick.ReturnFocusControl = &returnTo;
     services_.pick.PendingFocusControl = &next;
     window->Run();
+}
+
+void ListWindows::OpenOwnList(const ListDescription& description, const OwnRows& rows, Control& back) {
+    services_.mainForm.SetEnabled(false);
+    services_.pick.ListCondition.clear();
+    services_.pick.ReturnFocusControl = services_.pick.PendingFocusControl = &back;
+    ListWindow(description, services_, *this, rows).Run();
 }
 
 ListWindow* ListWindows::Find(const QString& name) {

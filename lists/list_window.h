@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "lists/list_description.h"
@@ -24,10 +25,17 @@ struct ListServices {
     const platform::Clock& clock;
 };
 
+/// Rows that a window shows instead of a search's, and what becomes of a pick: it is told the row's key when the window
+/// is closed.
+struct OwnRows {
+    std::function<std::vector<screen::ListRow>()> rows;
+    std::function<void(const QString& key)> picked;
+};
+
 /// One search-and-pick window, read from its description: search items, buttons, the list, and what a pick gives back.
 class ListWindow {
   public:
-    ListWindow(const ListDescription& description, ListServices services, ListWindows& others);
+    ListWindow(const ListDescription& description, ListServices services, ListWindows& others, OwnRows own = {});
 
     /// Shows the window and waits until it is closed. The pick state says what it searches and where the pick goes.
     void Run();
@@ -81,6 +89,7 @@ class ListWindow {
     screen::Control& At(const QString& name) { return form_.At(name); }
 
     const ListDescription& description_;
+    const OwnRows own_;
     ListServices services_;
     ListWindows& others_;
     screen::Form form_;
@@ -104,6 +113,9 @@ class ListWindows {
     /// does nothing.
     void OpenListWindow(const QString& name, const QString& condition, screen::Control& returnTo,
                         screen::Control& next);
+
+    /// Opens a list that isn't in the catalogue and finds its rows by itself. `back` has the focus again behind it.
+    void OpenOwnList(const ListDescription& description, const OwnRows& rows, screen::Control& back);
 
     /// The window of that name; null for an unknown one.
     ListWindow* Find(const QString& name);

@@ -8,6 +8,7 @@
 
 #include "drive/headless_host.h"
 #include "drive/window/driven_window_host.h"
+#include "platform/kept_files.h"
 #include "session/run/main.h"
 
 namespace {

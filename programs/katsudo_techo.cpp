@@ -4,6 +4,7 @@
 
 #include "desktop/document_opener.h"
 #include "desktop/window_host.h"
+#include "platform/kept_files.h"
 #include "session/run/main.h"
 
 namespace {

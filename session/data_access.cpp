@@ -50,6 +50,7 @@ bool DataAccess::ExecuteMain(const QString& sql, bool writeLog) {
     store::Fault fault;
     if (!Run(context_.MainConnection.get(), sql, fault)) {
         lastMainFault_ = fault;
+        ++failedWrites_;
         log_.WriteErrorHistory(fault.description + sql);
         return false;
     }

@@ -45,6 +45,8 @@ class DataAccess {
 
     /// The fault of the last statement on the main database that failed.
     const store::Fault& LastMainFault() const { return lastMainFault_; }
+    /// How many statements that write to the main database have failed in this run.
+    int FailedWrites() const { return failedWrites_; }
 
   private:
     bool Read(store::Connection* connection, std::unique_ptr<store::Recordset>& recordset, const QString& sql,
@@ -55,6 +57,7 @@ class DataAccess {
     SessionContext& context_;
     StatementLog& log_;
     store::Fault lastMainFault_;
+    int failedWrites_ = 0;
 };
 
 /// A column's value as a whole number; nothing when it is Null.

@@ -48,6 +48,10 @@ class Connection {
     /// Runs a statement that changes data. Returns false on a fault and fills `fault`; no row changed is a success.
     virtual bool Execute(const QString& sql, Fault& fault) = 0;
 
+    /// False when it is certain beforehand that rows of the table can't be stored or removed: a store on a disk that can
+    /// only be read, a server or a role that takes no writes.
+    virtual bool MayWrite(const QString& /*table*/) { return true; }
+
     /// Closes the connection; a later call of the other two is a fault.
     virtual void Close() = 0;
 };
@@ -62,6 +66,10 @@ class Connection {
 /// statement waits `patience` milliseconds for another process's lock. Returns null on a fault and fills `fault`.
 std::unique_ptr<Connection> OpenConnection(const QString& connectionString, const QString& installRoot, Fault& fault,
                                            int patience = kPatience);
+
+/// A name of the store that a connection string leads to: the same for all that lead there. The file's path, or the
+/// server with the database.
+QString StoreName(const QString& connectionString, const QString& installRoot);
 
 /// A text that is another one after any process has changed the store: cheap to ask for, without opening anything. Two
 /// changes within a moment may share one, so who must not miss any looks now and then all the same. Empty for a store

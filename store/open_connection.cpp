@@ -96,6 +96,17 @@ std::unique_ptr<Connection> OpenConnection(const QString& connectionString, cons
     return nullptr;
 }
 
+QString StoreName(const QString& connectionString, const QString& installRoot) {
+    const ConnectionString parts(connectionString);
+    const QString source = parts.Value(QStringLiteral("Data Source"));
+    const Provider* provider = ProviderOf(parts);
+    const bool isFile = provider && provider->mark;
+    if (!isFile) return source + "\n" + parts.Value(QStringLiteral("Initial Catalog"));
+    const QString path = FilePath(source, installRoot);
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return canonical.isEmpty() ? path : canonical;
+}
+
 QString ChangeMark(const QString& connectionString, const QString& installRoot) {
     const ConnectionString parts(connectionString);
     const Provider* provider = ProviderOf(parts);

@@ -56,6 +56,18 @@ class PostgresConnection : public Connection {
         return done;
     }
 
+    bool MayWrite(const QString& table) override {
+        Fault untold;
+        if (closed_ || !link_) return false;
+        QSqlQuery query = link_->NewQuery();
+        const QString sql = QStringLiteral(
+                                "SELECT current_setting('transaction_read_only') = 'off' AND"
+                                " has_table_privilege('\"%1\"', 'INSERT') AND has_table_privilege('\"%1\"', 'DELETE')")
+                                .arg(table);
+        // A table that isn't there is told by the statements that miss it.
+        return !PostgresLink::Start(query, sql, untold) || !query.next() || query.value(0).toBool();
+    }
+
     void Close() override {
         closed_ = true;
         link_.reset();

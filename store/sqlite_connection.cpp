@@ -18,7 +18,8 @@ constexpr qint64 kSmallestStore = 512;
 
 class SqliteConnection : public Connection {
   public:
-    SqliteConnection(std::unique_ptr<SqliteFile> file, int patience) : file_(std::move(file)), patience_(patience) {}
+    SqliteConnection(QString path, std::unique_ptr<SqliteFile> file, int patience)
+        : path_(std::move(path)), file_(std::move(file)), patience_(patience) {}
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
         const auto rewritten = Prepare(sql, fault);
@@ -38,6 +39,12 @@ class SqliteConnection : public Connection {
         const bool done = rewritten && file_->Run(*rewritten, fault);
         if (rewritten) KeepPatience(done, fault);
         return done;
+    }
+
+    bool MayWrite(const QString& /*table*/) override {
+        // The journal of a save lies beside the store.
+        const QFileInfo store(path_);
+        return store.isWritable() && QFileInfo(store.absolutePath()).isWritable();
     }
 
     void Close() override { file_.reset(); }
@@ -62,6 +69,7 @@ class SqliteConnection : public Connection {
         file_->Run(QStringLiteral("PRAGMA busy_timeout = %1").arg(wait), unused);
     }
 
+    QString path_;
     std::unique_ptr<SqliteFile> file_;
     int patience_;  // milliseconds, as the file is opened with
     bool patient_ = true;
@@ -104,7 +112,7 @@ std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fau
                           engine.number);
         return nullptr;
     }
-    return std::make_unique<SqliteConnection>(std::move(file), patience);
+    return std::make_unique<SqliteConnection>(path, std::move(file), patience);
 }
 
 }  // namespace store

@@ -1,5 +1,6 @@
 #include "session/run/main.h"
 
+#include "diary/kept_inputs.h"
 #include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
@@ -20,6 +21,7 @@ class Client {
     bool Start();
     bool LoadTodayAndCompany();
     bool MayRun();
+    void TakePrecautions();
     void Refuse(const QString& message);
     void End();
 
@@ -76,10 +78,20 @@ bool Client::Start() {
     return true;
 }
 
+void Client::TakePrecautions() {
+    // The users of one database share nothing of what they keep, and a user of two keeps it apart.
+    const QString name = platform::PlaceName(modules_.frame.DatabaseName(), modules_.outside.names.login, QString());
+    if (!modules_.kept.Open(modules_.outside.stateFolder + "/" + name)) diary::TellKeepingFailed(modules_.diary);
+    store::Connection* const main = modules_.context.MainConnection.get();
+    if (main && !main->MayWrite(QStringLiteral("T営業活動明細")))
+        modules_.diary.result.Tell(QStringLiteral("データベースに書き込めません。登録は保存されません。"));
+}
+
 void Client::Run() {
     if (!Start()) return;
     modules_.outside.host.Show(modules_.diary.form);
     if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
+    if (!modules_.outside.host.Ended()) TakePrecautions();
     if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
     modules_.outside.host.Run();
 }

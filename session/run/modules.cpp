@@ -8,12 +8,9 @@ namespace session {
 Modules::Modules(const Outside& world, std::function<void()> end)
     : outside(world),
       instances(world.programFolder, world.names.login, world.names.computer),
-      typedFile(
-          world.stateFolder + "/" + platform::PlaceName(world.programFolder, world.names.login, world.names.computer),
-          instances),
       diary{context,    data,    world.host,  world.clock,  permissions,   company,
             viewingLog, phones,  series,      pick,         siblings,      world.starter,
-            typedFile,  history, attachments, world.opener, std::move(end)} {
+            kept,       history, attachments, world.opener, std::move(end)} {
     environment.prepareOfficeTrust = [this] {
         // Where there is no registry there is no suite that asks.
         return !outside.registry ||

@@ -15,7 +15,7 @@ struct Modules {
 
     const Outside& outside;
     platform::InstanceGuard instances;
-    platform::RunFile typedFile;
+    platform::KeptFiles kept;
     SessionContext context;
     suite::RunHistory history{context, outside.clock};
     DataAccess data{context, history};

@@ -7,7 +7,6 @@
 #include "platform/machine.h"
 #include "platform/program_starter.h"
 #include "platform/registry.h"
-#include "platform/run_file.h"
 #include "screen/screen_host.h"
 
 namespace session {

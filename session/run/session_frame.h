@@ -28,6 +28,9 @@ class SessionFrame {
     /// Answers a caller, writes the end row, closes both connections. The program ends right after it.
     void CloseSession();
 
+    /// A name of the main database, the same for all who use it.
+    QString DatabaseName() { return store::StoreName(MainConnectionString(), context_.InstallRoot); }
+
     /// The command-line tail without blanks at its ends.
     QString Tail() const { return outside_.commandLineTail.trimmed(); }
 

@@ -38,6 +38,9 @@ class FullDisk : public testing::Test {
         EXPECT_TRUE(after["message"].isNull());
         EXPECT_EQ(after["items"].toObject()["担当者コード"].toObject()["text"].toString(), "");
     }
+    QString Told() {
+        return Play({{"do", "state"}})["items"].toObject()["結果"].toObject()["caption"].toString();
+    }
     QString Count(const QString& store, const QString& from) const {
         QString problem;
         const QJsonArray rows = scenario::Select(root_, store, "SELECT COUNT(*) AS n FROM " + from, problem);
@@ -54,6 +57,9 @@ class FullDisk : public testing::Test {
         Enter("営業活動摘要", "満杯の日");
         fill();
         Register();
+        const QString told = Told();
+        EXPECT_TRUE(told.startsWith("登録できませんでした（") && told.endsWith("）。入力内容は控えてあります（Ctrl+F2）。"))
+            << told.toStdString();
         EXPECT_EQ(Count("data", "T営業活動明細"), "0");
         EXPECT_EQ(Count("conf", "プログラム稼動履歴 WHERE 摘要 LIKE 'エラー %" + words +
                                     "%INSERT INTO [T営業活動明細] (%満杯の日%'"),
@@ -61,10 +67,11 @@ class FullDisk : public testing::Test {
         Play({{"do", "click"}, {"item", "btn_終了"}});
         free();
 
+        // The next start asks nothing; the list has it.
         ASSERT_NO_FATAL_FAILURE(Start("20261120 110000"));
-        const QJsonObject offer = Play({{"do", "state"}})["message"].toObject();
-        EXPECT_EQ(offer["text"].toString(), "前回の入力内容が残っています。復元しますか？");
-        Play({{"do", "answer"}, {"button", "Yes"}});
+        Play({{"do", "click"}, {"item", "btn_控え一覧"}});
+        Play({{"do", "select"}, {"item", "List控え"}, {"row", 0}});
+        Play({{"do", "doubleclick"}, {"item", "List控え"}});
         Play({{"do", "focus"}, {"item", "営業活動摘要"}});
         Register();
         EXPECT_EQ(Count("data", "T営業活動明細 WHERE 相手先略称 = '青葉' AND 営業活動摘要 = '満杯の日'"), "1");
