@@ -26,7 +26,7 @@ const char* const kHeading = "heading";
 
 /// Wide enough for a short code, so that its length can be seen; longer texts take what the layout gives.
 void FitWidth(QWidget& widget, const Control& control) {
-    constexpr int kLongestCode = 10;
+    constexpr int kLongestCode = 14;
     if (control.maxLength <= 0 || control.maxLength > kLongestCode) return;
     widget.setFixedWidth(widget.fontMetrics().horizontalAdvance(u'0') * std::max(control.maxLength, 2) + 18);
 }

@@ -82,6 +82,7 @@ void Gestures::Watch(const ControlWidget& widget) {
         auto* header = table->horizontalHeader();
         connect(header, &QHeaderView::sectionClicked, this, [this, control](int column) {
             if (TakesInput()) screen::UserClickHeader(*control, column);
+            if (view_.Model()) view_.Draw(*control);
         });
     }
 }

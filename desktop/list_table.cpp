@@ -64,6 +64,11 @@ namespace {
 
 constexpr int kNarrowest = 12;
 
+// The style's mark points down where rows ascend; the programs that people know have it point up there.
+Qt::SortOrder MarkOf(bool descending) {
+    return descending ? Qt::AscendingOrder : Qt::DescendingOrder;
+}
+
 /// A row as one line of a table; what would break a line or a cell becomes a blank.
 QString AsLine(QStringList cells) {
     for (QString& cell : cells)
@@ -104,6 +109,7 @@ ListTable::ListTable(const screen::Control& control, QWidget* parent)
 }
 
 void ListTable::Draw(const screen::Control& control) {
+    DrawOrder(control.Sorted());
     if (!rows_->Shows(control.Rows())) {
         rows_->SetRows(control.Rows());
         unpainted_ = true;
@@ -118,6 +124,18 @@ void ListTable::Draw(const screen::Control& control) {
     else
         selectionModel()->setCurrentIndex(currentIndex().isValid() ? currentIndex() : current,
                                           QItemSelectionModel::Clear);
+}
+
+// The header turns its own mark round at each click, whether the rows follow or not: what it shows is set anew.
+void ListTable::DrawOrder(const std::optional<screen::RowOrder>& sorted) {
+    horizontalHeader()->setSortIndicatorShown(sorted.has_value());
+    if (sorted) horizontalHeader()->setSortIndicator(sorted->column, MarkOf(sorted->descending));
+}
+
+std::optional<screen::RowOrder> ListTable::DrawnOrder() const {
+    const QHeaderView& header = *horizontalHeader();
+    if (!header.isSortIndicatorShown()) return std::nullopt;
+    return screen::RowOrder{header.sortIndicatorSection(), header.sortIndicatorOrder() == MarkOf(true)};
 }
 
 int ListTable::SelectedRow() const {

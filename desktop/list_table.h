@@ -13,13 +13,15 @@ class ListRows;
 class ListTable : public QTableView {
   public:
     ListTable(const screen::Control& control, QWidget* parent);
-    /// Draws the rows and the selected one.
+    /// Draws the rows, the selected one, and the mark of their order in the header.
     void Draw(const screen::Control& control);
     /// The row that is drawn as selected, -1 for none.
     int SelectedRow() const;
     int RowCount() const;
     /// The text of a cell as it is drawn.
     QString CellText(int row, int column) const;
+    /// The order that the mark in the header tells; nothing when there is none.
+    std::optional<screen::RowOrder> DrawnOrder() const;
     /// Scrolls to the selected row when it is out of sight. True when it was.
     bool BringSelectedIntoView();
     /// Number of rows that can be seen at a time, at least 1.
@@ -52,6 +54,7 @@ class ListTable : public QTableView {
     bool viewportEvent(QEvent* event) override;
 
   private:
+    void DrawOrder(const std::optional<screen::RowOrder>& sorted);
     void WidenLastColumn();
 
     ListRows* rows_;

@@ -43,6 +43,9 @@ void TellList(const Control& control, QJsonObject& state) {
     state["columns"] = columns;
     state["rows"] = rows;
     state["selected"] = NumberOrNull(control.ListIndex());
+    state["sorted"] = QJsonValue();
+    if (const auto& sorted = control.Sorted())
+        state["sorted"] = QJsonObject{{"column", sorted->column}, {"descending", sorted->descending}};
 }
 
 QJsonObject ControlState(const Control& control) {

@@ -1,5 +1,6 @@
 #include "items/calendar.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -66,6 +67,21 @@ QString DateText(Ymd date) {
 
 Ymd ReadDate(const QString& text) {
     return {Val16(text.mid(0, 4)), Val16(text.mid(4, 2)), Val16(text.mid(6, 2))};
+}
+
+std::optional<QString> TypedDate(const QString& text, int year) {
+    // ー comes from the key of the hyphen while kana are typed.
+    static const QRegularExpression kEightDigits(QStringLiteral("^(\\d{4})(\\d{2})(\\d{2})$"));
+    static const QRegularExpression kParts(
+        QStringLiteral("^(?:(\\d{4})\\s*[-/.－／．−‐ー年]\\s*)?(\\d{1,2})\\s*[-/.－／．−‐ー月]\\s*(\\d{1,2})\\s*日?$"));
+    const QString typed = FoldFullWidthDigits(text).trimmed();
+    QRegularExpressionMatch parts = kEightDigits.match(typed);
+    if (!parts.hasMatch()) parts = kParts.match(typed);
+    if (!parts.hasMatch()) return std::nullopt;
+    const bool hasYear = !parts.capturedView(1).isEmpty();
+    const Ymd date{hasYear ? parts.capturedView(1).toInt() : year, parts.capturedView(2).toInt(),
+                   parts.capturedView(3).toInt()};
+    return PackDate(date.year, date.month, date.day) == date ? std::optional(DateText(date)) : std::nullopt;
 }
 
 QString Padded(int number, int width) {

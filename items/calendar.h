@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 // Dates as year, month and day numbers that may be out of range, and their text forms. Proleptic Gregorian calendar.
 namespace items {
@@ -34,6 +35,11 @@ QString DateText(Ymd date);
 
 /// The parts of a text "yyyymmdd", read by position; what isn't a number reads as 0.
 Ymd ReadDate(const QString& text);
+
+/// A date as people write it, as "yyyymmdd": "2026/3/5", "3/5" in the year `year`, "20260305", with "/", "-" or "." or
+/// as 2026年3月5日, in either width and with blanks around. The year has four digits. Nothing for what is no date of
+/// the calendar.
+std::optional<QString> TypedDate(const QString& text, int year);
 
 /// A whole number, zero-padded to `width`: "0000", "00". Wider numbers stay whole.
 QString Padded(int number, int width);

@@ -18,12 +18,15 @@ enum class ListKind {
     Name,        ///< unloaded; ListCondition is left alone
 };
 
-/// A piece of a WHERE body. "{}" stands for the item's value, "{next}" for the three digits behind it, "{check}" for
-/// the item's check box as 0 or 1. It is written behind " WHERE " or " AND ", whichever its place asks for.
+/// A piece of a WHERE body. "{}" stands for the item's value, "{check}" for the item's check box as 0 or 1. It is
+/// written behind " WHERE " or " AND ", whichever its place asks for.
 struct Fragment {
     QString body{};
     /// Where the form behind " AND " differs from the other one.
     QString bodyBehindAnd{};
+    /// A further condition of a value of digits, in which "{next}" stands for the first text behind all that begin with
+    /// them: 101 for 100. Behind nines there is none, and the condition is left out.
+    QString below{};
 };
 
 /// How a value goes into its fragment.
@@ -31,7 +34,7 @@ enum class ValueForm {
     AsItStands,
     Text,    ///< free text: quotes doubled, trailing blanks gone
     Name,    ///< trimmed at both ends, then as Text
-    Digits,  ///< the digits alone, then as Text
+    Digits,  ///< the digits alone, then as Text; an item without any counts as empty
 };
 
 /// When an item that is left is taken over.
@@ -39,6 +42,7 @@ enum class CommitRule {
     Always,
     IfDigits,  ///< only with a digit in it; as typed
     Postcode,  ///< only with a digit in it; in its canonical form
+    Date,      ///< as "yyyymmdd", however it was typed; what is no date stands as it was typed
 };
 
 /// Where an item's value comes from at the first load and at a clear.

@@ -42,14 +42,18 @@ void ListWindow::SearchBy(int mode) {
 void ListWindow::Search() {
     std::vector<ListRow> rows = own_.rows ? own_.rows() : std::vector<ListRow>();
     const SearchValues values = Values();
+    // Compared as it stands, a text that is no date would find other days than whoever typed it means.
+    const bool unread = HasUnreadDate();
     services_.host.SetBusy(true);
     for (const ListStatement& statement : description_.statements)
-        if (statement.checkBox.isEmpty() || At(statement.checkBox).Value() != 0) RunStatement(statement, values, rows);
+        if (!unread && (statement.checkBox.isEmpty() || At(statement.checkBox).Value() != 0))
+            RunStatement(statement, values, rows);
     const int count = static_cast<int>(rows.size());
     list_->SetRows(Sorted(std::move(rows)));
     services_.host.SetBusy(false);
     At(QStringLiteral("lab_注意")).SetVisible(count >= kMostRows);
-    At(QStringLiteral("lab_件数")).SetCaption(QStringLiteral("%1件").arg(count));
+    At(QStringLiteral("lab_件数"))
+        .SetCaption(unread ? QStringLiteral("日付が正しくありません。") : QStringLiteral("%1件").arg(count));
     RefreshButtons();
 }
 
@@ -97,19 +101,19 @@ ListRow ListWindow::RowOf(const ListStatement& statement, store::Recordset& foun
 }
 
 std::vector<ListRow> ListWindow::Sorted(std::vector<ListRow> rows) const {
-    if (sortKey_ < 0) return rows;
-    std::stable_sort(rows.begin(), rows.end(), [this](const ListRow& a, const ListRow& b) {
-        const int order = a.cells.value(sortKey_).compare(b.cells.value(sortKey_), Qt::CaseInsensitive);
-        return descending_ ? order > 0 : order < 0;
+    const auto sorted = list_->Sorted();
+    if (!sorted) return rows;
+    std::stable_sort(rows.begin(), rows.end(), [&sorted](const ListRow& a, const ListRow& b) {
+        const int order = a.cells.value(sorted->column).compare(b.cells.value(sorted->column), Qt::CaseInsensitive);
+        return sorted->descending ? order > 0 : order < 0;
     });
     return rows;
 }
 
 void ListWindow::SortBy(int column) {
-    if (sortKey_ == column)
-        descending_ = !descending_;
-    else
-        sortKey_ = column;
+    // Another column lies the way the last one did; the same one turns round.
+    const screen::RowOrder last = list_->Sorted().value_or(screen::RowOrder{-1, false});
+    list_->SetSorted(screen::RowOrder{column, last.column == column ? !last.descending : last.descending});
     // The row that was selected stays it, wherever it now stands.
     const int selected = list_->ListIndex();
     const QString key = selected < 0 ? QString() : list_->Rows()[static_cast<std::size_t>(selected)].key;

@@ -63,6 +63,8 @@ class ListWindow {
     void FormChecked(const QString& checkBox);
     QString OpeningValue(const SearchItem& item, bool firstLoad) const;
     void CommitItem(const SearchItem& item);
+    QString Committed(const SearchItem& item, const QString& text) const;
+    bool HasUnreadDate() const;
     void LookUpName(const SearchItem& item);
     void ShowValues();
     void RefreshButtons();
@@ -100,8 +102,6 @@ class ListWindow {
     QHash<QString, QString> values_;  ///< committed values by item
     QHash<QString, int> classIndex_, classAll_;
     int period_ = 0;
-    int sortKey_ = -1;
-    bool descending_ = false;
 };
 
 /// The list windows of the program; each is made when it is first asked for and kept.

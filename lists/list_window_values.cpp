@@ -1,4 +1,7 @@
 // The search values of a list window: how they open, are taken over, committed, shown and cleared.
+#include <algorithm>
+
+#include "items/calendar.h"
 #include "items/display_forms.h"
 #include "items/text_rules.h"
 #include "lists/condition_value.h"
@@ -8,10 +11,22 @@ namespace lists {
 
 using screen::Control;
 
+namespace {
+
+/// Digits as far as they go: "2026" compares as the first day of that year does.
+bool ComparesAsDate(const QString& value) {
+    return value.size() <= 8 && items::DigitsOnly(value) == value;
+}
+
+bool IsNumber(const SearchItem& item) {
+    return item.value == ValueForm::Digits || item.commit == CommitRule::Postcode;
+}
+
+}  // namespace
+
 void ListWindow::FirstLoad() {
     searchMode_ = 0;
-    sortKey_ = -1;
-    descending_ = false;
+    list_->SetSorted({});
     for (const Classification& classification : description_.classifications)
         FillClassification(classification);
     showing_ = true;
@@ -118,13 +133,31 @@ void ListWindow::LookUpName(const SearchItem& item) {
 
 void ListWindow::CommitItem(const SearchItem& item) {
     const QString text = At(item.name).Text();
-    if (item.commit != CommitRule::Always && items::DigitsOnly(text).isEmpty()) return;
-    const QString value =
-        item.commit == CommitRule::Postcode ? items::NormalizePostcodeText(text) : items::FormatToMask(text, item.mask);
+    const bool wantsDigits = item.commit == CommitRule::IfDigits || item.commit == CommitRule::Postcode;
+    if (wantsDigits && items::DigitsOnly(text).isEmpty()) return;
+    const QString value = Committed(item, text);
     if (value == values_.value(item.name) && value == text) return;
     values_[item.name] = value;
     LookUpName(item);
     ShowValues();
+}
+
+QString ListWindow::Committed(const SearchItem& item, const QString& text) const {
+    if (item.commit == CommitRule::Postcode) return items::NormalizePostcodeText(text);
+    if (item.commit == CommitRule::Date)
+        return items::TypedDate(text, services_.clock.Now().date().year()).value_or(text);
+    return items::FormatToMask(text, item.mask);
+}
+
+/// True when the search that runs next is by a date which nobody can read.
+bool ListWindow::HasUnreadDate() const {
+    return std::any_of(description_.items.begin(), description_.items.end(), [this](const SearchItem& item) {
+        const QString value = values_.value(item.name);
+        if (item.commit != CommitRule::Date || value.trimmed().isEmpty() || ComparesAsDate(value)) return false;
+        return std::any_of(description_.modes.begin(), description_.modes.end(), [&](const SearchMode& mode) {
+            return mode.number == searchMode_ && mode.items.contains(item.name);
+        });
+    });
 }
 
 void ListWindow::ShowValues() {
@@ -145,8 +178,11 @@ void ListWindow::ShowValues() {
 }
 
 void ListWindow::RefreshButtons() {
-    for (const SearchItem& item : description_.items)
-        if (item.mode > 0) At(item.button).SetEnabled(!At(item.name).RawText().trimmed().isEmpty());
+    for (const SearchItem& item : description_.items) {
+        const QString text = At(item.name).RawText();
+        const bool filled = !(IsNumber(item) ? items::DigitsOnly(text) : text.trimmed()).isEmpty();
+        if (item.mode > 0) At(item.button).SetEnabled(filled);
+    }
 }
 
 void ListWindow::Clear() {

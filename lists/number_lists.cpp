@@ -32,26 +32,23 @@ ListDescription DocumentList(const QString& kind, const QString& columns) {
     return list;
 }
 
+/// An item for a date of a document, from which on its rows are shown.
+SearchItem DateItem(const QString& kind, const QString& what, int mode) {
+    SearchItem item = SearchedBy(TextItem(kind + what, ValueForm::AsItStands), kind + what, what + "検索", mode);
+    item.use = screen::EntryUse::Code;
+    item.maxLength = 14;  // 2026年12月31日
+    item.commit = CommitRule::Date;
+    item.conditionColumn = u'T' + kind + '.' + kind + what;
+    item.fromHereLabel = true;
+    return item;
+}
+
 /// The items that every document list begins with: from which date, from which number.
 std::vector<SearchItem> DateAndNumber(const QString& kind) {
-    SearchItem date = SearchedBy(TextItem(kind + "日付", ValueForm::AsItStands), kind + "日付", "日付検索", 1);
-    date.use = screen::EntryUse::Code;
-    date.maxLength = 8;
-    date.conditionColumn = u'T' + kind + '.' + kind + "日付";
-    date.fromHereLabel = true;
     SearchItem number = SearchedBy(CodeItem(kind + "No", "00000000"), kind + "No", "No検索", 2);
     number.conditionColumn = u'T' + kind + '.' + kind + "No";
     number.fromHereLabel = true;
-    return {date, number};
-}
-
-SearchItem DeliveryDate(const QString& kind, int mode) {
-    SearchItem item = SearchedBy(TextItem(kind + "納期", ValueForm::AsItStands), kind + "納期", "納期検索", mode);
-    item.use = screen::EntryUse::Code;
-    item.maxLength = 8;
-    item.conditionColumn = u'T' + kind + '.' + kind + "納期";
-    item.fromHereLabel = true;
-    return item;
+    return {DateItem(kind, "日付", 1), number};
 }
 
 /// An item for a text that was used before: its gesture offers those texts.
@@ -138,7 +135,7 @@ ListDescription EnquiryList() {
                     {"引合納期", 1150, "営業引合納期"},  {"得意先名", 3000, "得意先名称A"},
                     {"商品名", 3000, "営業引合商品名A"}, {"引合金額", 1700, "営業引合金額", true}};
     list.items = DateAndNumber("営業引合");
-    list.items.push_back(DeliveryDate("営業引合", 3));
+    list.items.push_back(DateItem("営業引合", "納期", 3));
     list.items.push_back(UsedText("得意先名", ValueForm::Name, "得意先名検索", 4, "引合得意先名", "商品名"));
     list.items.push_back(UsedText("商品名", ValueForm::Name, "商品名検索", 5, "引合商品名", "得意先コード"));
     ListStatement& statement = list.statements.front();
@@ -166,7 +163,7 @@ ListDescription SalesOrderList() {
                     {"受注納期", 1150, "受注納期"},    {"得意先名", 3350, "得意先名称A"},
                     {"納品先名", 3350, "納品先名称A"}, {"受注金額", 1700, "受注金額合計", true}};
     list.items = DateAndNumber("営業受注");
-    list.items.push_back(DeliveryDate("営業受注", 3));
+    list.items.push_back(DateItem("営業受注", "納期", 3));
     list.items.push_back(UsedText("得意先名", ValueForm::Name, "得意先名検索", 4, "受注得意先名", "納品先名"));
     list.items.push_back(UsedText("納品先名", ValueForm::Name, "納品先名検索", 5, "受注納品先名", "得意先コード"));
     list.items.push_back(PartyCode("得意先", "T営業受注", 6));

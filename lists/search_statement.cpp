@@ -1,5 +1,4 @@
 // The ladder that turns the search items of a list window into its statement.
-#include "items/calendar.h"
 #include "items/text_rules.h"
 #include "lists/list_description.h"
 
@@ -9,6 +8,16 @@ namespace {
 
 const QString kHeadOffice = QStringLiteral("000");
 
+/// The first text behind all that begin with these digits; empty when they are all nines.
+QString BehindThoseOf(QString digits) {
+    qsizetype at = digits.size();
+    while (at > 0 && digits[at - 1] == u'9')
+        digits[--at] = u'0';
+    if (at == 0) return {};
+    digits[at - 1] = QChar(digits[at - 1].unicode() + 1);
+    return digits;
+}
+
 /// Puts pieces behind a head, with " WHERE " before the first and " AND " before the others.
 class Ladder {
   public:
@@ -17,7 +26,8 @@ class Ladder {
     void Add(const Fragment& fragment, const QString& value, int check = 0) {
         QString body = hasWhere_ && !fragment.bodyBehindAnd.isEmpty() ? fragment.bodyBehindAnd : fragment.body;
         if (body.isEmpty()) return;
-        body.replace(QLatin1String("{next}"), items::Padded(items::Val16(value) + 1, 3));
+        if (const QString next = fragment.below.isEmpty() ? QString() : BehindThoseOf(value); !next.isEmpty())
+            body += " AND " + QString(fragment.below).replace(QLatin1String("{next}"), next);
         body.replace(QLatin1String("{check}"), QString::number(check));
         // A value may itself hold the mark of a place: what was put in is never looked at again.
         Append(body.split(QStringLiteral("{}")).join(value));
@@ -76,8 +86,6 @@ void AddPeriod(Ladder& ladder, const ListStatement& statement, bool negative, co
 void AddItems(Ladder& ladder, const ListDescription& list, const ListStatement& statement, const QStringList& names,
               bool negative, const SearchValues& values) {
     for (const QString& name : names) {
-        const QString value = values.items.value(name);
-        if (value.trimmed().isEmpty()) continue;
         ValueForm form = ValueForm::AsItStands;
         int check = 0;
         for (const SearchItem& item : list.items) {
@@ -85,10 +93,12 @@ void AddItems(Ladder& ladder, const ListDescription& list, const ListStatement& 
             form = item.value;
             check = values.checks.value(item.whenChecked.checkBox);
         }
+        const QString value = InForm(values.items.value(name), form);
+        if (value.trimmed().isEmpty()) continue;
         const ItemFragments fragments = statement.items.value(name);
-        if (!negative) ladder.Add(fragments.positive, InForm(value, form), check);
+        if (!negative) ladder.Add(fragments.positive, value, check);
         for (const Fragment& fragment : negative ? fragments.negative : std::vector<Fragment>())
-            ladder.Add(fragment, InForm(value, form), check);
+            ladder.Add(fragment, value, check);
     }
 }
 

@@ -29,7 +29,7 @@ ListDescription NameList(const QString& what) {
 }
 
 std::vector<SearchItem> PostcodeItems() {
-    SearchItem postcode = SearchedBy(TextItem("郵便番号", ValueForm::AsItStands), "郵便番号", "郵便番号頭３桁", 1);
+    SearchItem postcode = SearchedBy(TextItem("郵便番号", ValueForm::Digits), "郵便番号", "郵便番号頭３桁", 1);
     postcode.use = screen::EntryUse::Code;
     postcode.maxLength = 3;
     postcode.opening = Opening::ReturnPrefix;
@@ -54,7 +54,7 @@ ListDescription PostcodeList() {
     statement.head = "SELECT 郵便番号,住所A,住所B FROM M郵便番号";
     statement.usesCondition = false;
     // A range instead of a pattern, so that the key's index serves it.
-    statement.items = {{"郵便番号", {{"郵便番号 >= '{}' AND 郵便番号 < '{next}'", {}}, {}}},
+    statement.items = {{"郵便番号", {{"郵便番号 >= '{}'", {}, "郵便番号 < '{next}'"}, {}}},
                        {"都道府県市町村", {{"住所A LIKE '%{}%'", {}}, {}}},
                        {"町域名", {{"住所B LIKE '%{}%'", {}}, {}}}};
     statement.orderBy = {{0, "M郵便番号.郵便番号"}};

@@ -78,6 +78,12 @@ void Control::SetRows(std::vector<ListRow> rows) {
     Changed();
 }
 
+void Control::SetSorted(std::optional<RowOrder> sorted) {
+    if (sorted == sorted_) return;
+    sorted_ = sorted;
+    Changed();
+}
+
 void Control::SetVisible(bool visible) {
     if (visible == visible_) return;
     visible_ = visible;

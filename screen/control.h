@@ -52,6 +52,13 @@ struct ListRow {
     QStringList cells;
 };
 
+/// The column, from 0, by which a click on its header put the rows of a list in order.
+struct RowOrder {
+    int column = 0;
+    bool descending = false;
+    bool operator==(const RowOrder&) const = default;
+};
+
 /// One item of a form: its design (name, kind, limits, place in the tab order) and its state. Every change of state is
 /// told to the form's watcher, so that a view can follow; SetText, SetValue and SetListIndex also fire OnChange when
 /// the content really changes, whoever wrote it.
@@ -112,6 +119,10 @@ class Control {
     void SetEntries(const QStringList& entries);
     const std::vector<ListRow>& Rows() const { return rows_; }
     void SetRows(std::vector<ListRow> rows);
+    /// ListView: how the rows lie since a header was clicked; nothing while they lie as they came. Setting it says so,
+    /// and moves no row.
+    const std::optional<RowOrder>& Sorted() const { return sorted_; }
+    void SetSorted(std::optional<RowOrder> sorted);
 
     bool Visible() const { return visible_; }
     void SetVisible(bool visible);
@@ -153,6 +164,7 @@ class Control {
     int listIndex_ = -1;
     QStringList entries_;
     std::vector<ListRow> rows_;
+    std::optional<RowOrder> sorted_;
     bool visible_ = true;
     bool enabled_ = true;
     bool tabStop_ = true;

@@ -135,6 +135,14 @@ QStringList ServerTableStatements(const Table& table) {
     return statements;
 }
 
+QStringList ServerRefoldStatements(const Table& table) {
+    QStringList same;
+    for (const QString& column : FoldedColumns(table))
+        same << QString("%1 = %1").arg(QuotedForPostgres(column));
+    if (same.isEmpty()) return {};
+    return {QString("UPDATE %1 SET %2").arg(QuotedForPostgres(table.name), same.join(", "))};
+}
+
 QStringList ServerGatherStatements(const Table& table) {
     const auto gathered = GatheredOf(table);
     return gathered ? store::GatherStatements(*gathered) + PackStatements(table) : QStringList();

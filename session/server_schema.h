@@ -13,6 +13,9 @@ QStringList FoldedColumns(const Table& table);
 /// The table, with its key. Columns of the key refuse Null; all others take it.
 QStringList ServerTableStatements(const Table& table);
 
+/// What makes it fold a table's texts anew, behind a change of katsudo_fold.
+QStringList ServerRefoldStatements(const Table& table);
+
 /// What makes the engine gather its contacts' texts for a party, once both tables are filled; outside of a transaction.
 /// It may be run again.
 QStringList ServerGatherStatements(const Table& table);

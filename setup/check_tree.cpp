@@ -7,6 +7,7 @@
 #include "session/server_schema.h"
 #include "setup/copy_tree.h"
 #include "setup/empty_rows.h"
+#include "store/postgres_dialect.h"
 
 namespace setup {
 namespace {
@@ -54,9 +55,13 @@ bool HasPages(const OpenTree& open) {
     return open.dbKind != "S" && Answers(*open.main, "SELECT sqlite_version() AS version");
 }
 
+bool IsOnServer(store::Connection& connection) {
+    return Answers(connection, "SELECT current_database() AS name");
+}
+
 // A login that may not write makes saves fail without a word on the screen.
 void CheckRights(store::Connection& connection, QStringList& wrong) {
-    if (!Answers(connection, "SELECT current_database() AS name")) return;
+    if (!IsOnServer(connection)) return;
     for (const session::Table& table : session::MainTables()) {
         QStringList refused;
         for (const QString& right : session::ClientRights(table)) {
@@ -72,11 +77,18 @@ void CheckRights(store::Connection& connection, QStringList& wrong) {
     }
 }
 
-// A server's database that was made by other means lacks what a search calls.
-void CheckSearch(store::Connection& connection, QStringList& wrong) {
+// A server's database that was made by other means lacks what a search calls; one that another version of the program
+// made finds less, and nobody hears of it.
+void CheckSearch(const Tree& tree, store::Connection& connection, QStringList& wrong) {
     store::Fault fault;
     if (!connection.Query("SELECT TOP 1 * FROM K発信区分 WHERE 名称 LIKE '%当方%'", fault))
         wrong << "Texts can't be searched: " + fault.description;
+    else if (IsOnServer(connection) && !store::FoldsAsHere(connection))
+        wrong << QString(
+                     "Searches miss texts: the database was made by another version of the program. Carry it over: "
+                     "katsudo-setup create --root NEW --empty --engine postgresql ..., then "
+                     "katsudo-setup copy --from %1 --to NEW --admin-user NAME")
+                     .arg(tree.root);
 }
 
 /// Asks one store for rows that have to be there.
@@ -182,7 +194,7 @@ TreeReport CheckTree(const Tree& tree) {
         if (HasPages(open)) CheckPages(*open.main, "main", wrong);
         CheckTables(*open.main, session::MainTables(), wrong);
         CheckRights(*open.main, wrong);
-        CheckSearch(*open.main, wrong);
+        CheckSearch(tree, *open.main, wrong);
         CheckCompany(tree, *open.main, wrong);
         CheckSites(open, wrong);
         CheckClasses(*open.main, report.unfinished);

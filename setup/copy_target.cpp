@@ -2,6 +2,7 @@
 
 #include "session/server_schema.h"
 #include "setup/tree_files.h"
+#include "store/postgres_dialect.h"
 #include "store/postgres_link.h"
 
 namespace setup {
@@ -80,6 +81,18 @@ bool CopyTarget::DropIndexes(QString& problem) {
         for (const QString& statement : statements)
             if (!Run(statement, problem)) return false;
     }
+    return Commit(problem);
+}
+
+bool CopyTarget::RenewFold(QString& problem) {
+    if (!gather_ || store::FoldsAsHere(Main())) return true;
+    QStringList statements = store::FoldFunctions();
+    // What arrived before an interruption.
+    for (const session::Table& table : session::MainTables())
+        statements << session::ServerRefoldStatements(table);
+    if (!Begin(problem)) return false;
+    for (const QString& statement : statements)
+        if (!Run(statement, problem)) return false;
     return Commit(problem);
 }
 

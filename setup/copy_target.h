@@ -30,6 +30,10 @@ class CopyTarget {
     bool DropIndexes(QString& problem);
     bool MakeIndexes(QString& problem);
 
+    /// Makes a server's database that another version of the program made fold its texts as this one does. To be called
+    /// without the further indexes, some of which hold folded texts.
+    bool RenewFold(QString& problem);
+
   private:
     using Statements = QStringList (*)(const session::Table&);
 

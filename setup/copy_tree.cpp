@@ -100,6 +100,7 @@ class CopyWork {
         if (!Good()) return problem_;
         Begin();
         if (Good()) target_->DropIndexes(problem_);
+        if (Good()) target_->RenewFold(problem_);
         TableCopy tables(*source_.main, *target_, order_.progress, problem_);
         for (const session::Table& table : session::MainTables())
             if (Good()) tables.Carry(table);

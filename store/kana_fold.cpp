@@ -32,6 +32,14 @@ constexpr Letter Lower(Letter letter) {
     return letter >= 'A' && letter <= 'Z' ? letter + ('a' - 'A') : letter;
 }
 
+// What stands below the kana. An input method writes ’ for the apostrophe and, as the character mappings do, any of
+// these dashes for the hyphen; the key of the yen gives a backslash on some systems, and ¥ on others.
+constexpr Letter Sign(Letter c) {
+    if (c == 0xA5) return '\\';
+    if (c == 0x2019) return '\'';
+    return (c >= 0x2010 && c <= 0x2015) || c == 0x2212 ? '-' : c;
+}
+
 constexpr auto MakeAsciiTable() {
     std::array<std::uint8_t, 128> table{};
     for (Letter c = 0; c < table.size(); ++c)
@@ -65,7 +73,7 @@ constexpr auto MakeWidthTable() {
         table[0xFF61 - kWidthFirst + i] = kHalfWidthKana[i];
     constexpr std::u16string_view signs = u"¢£¬¯¦¥";
     for (std::size_t i = 0; i < signs.size(); ++i)
-        table[0xFFE0 - kWidthFirst + i] = signs[i];
+        table[0xFFE0 - kWidthFirst + i] = static_cast<std::uint16_t>(Sign(signs[i]));
     return table;
 }
 
@@ -110,9 +118,9 @@ Letter Decode(std::string_view text, std::size_t& at) {
 
 Letter Fold(Letter c) {
     if (c < kAsciiTable.size()) return kAsciiTable[c];
-    if (c >= kKanaFirst && c < kKanaEnd) return kKanaTable[c - kKanaFirst];
+    if (c < kKanaFirst) return Sign(c);
+    if (c < kKanaEnd) return kKanaTable[c - kKanaFirst];
     if (c >= kWidthFirst && c < kWidthEnd) return kWidthTable[c - kWidthFirst];
-    if (c == 0x2212) return '-';  // other systems write the minus sign for what here is a full-width hyphen
     return c;
 }
 

@@ -7,8 +7,9 @@
 #include <vector>
 
 // Texts as people search for them: however a name was typed, in half or full width, in hiragana or katakana, in
-// capitals or small letters, it is found. What tells words apart stays: a voiced mark (は, ば), a small kana (つ, っ),
-// a long vowel, and everything about kanji.
+// capitals or small letters, it is found; so are signs that one key gives now in this form, now in that: the
+// apostrophe, the yen that stands where others have a backslash, and every dash. What tells words apart stays: a voiced
+// mark (は, ば), a small kana (つ, っ), a long vowel, which is no dash, and everything about kanji.
 namespace store {
 
 /// One letter after the fold: a code point, or kBrokenByte plus the byte for what isn't UTF-8.
@@ -59,8 +60,8 @@ struct FoldTexts {
     std::string from;
     std::string to;
 };
-/// Those of the code points from `first` up to `end`. None lies outside of U+2212, U+3000 to U+30FF and U+FF00 to
-/// U+FFEF but the capitals.
+/// Those of the code points from `first` up to `end`. Beside the capitals these are U+00A5, U+2010 to U+2015, U+2019,
+/// U+2212, and some of U+3000 to U+30FF and of U+FF00 to U+FFEF.
 FoldTexts FoldedBetween(Letter first, Letter end);
 
 /// Each folded kana with a mark behind it, and the one letter that both are.

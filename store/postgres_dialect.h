@@ -62,4 +62,8 @@ QString LiteralForPostgres(const std::string& text);
 /// All give Null for Null.
 QStringList FoldFunctions();
 
+/// Whether katsudo_fold of the database behind `connection` folds as this program does. False for that of a program
+/// with another table, whose searches would miss some texts without a word, and where there is no such function.
+bool FoldsAsHere(Connection& connection);
+
 }  // namespace store

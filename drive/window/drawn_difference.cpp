@@ -31,6 +31,7 @@ QString RowDifference(const Control& control, const desktop::ListTable& table) {
             const QString drawn = table.CellText(row, column);
             if (held != drawn) return Told("a cell", held, drawn);
         }
+    if (control.Sorted() != table.DrawnOrder()) return QStringLiteral("another order of the rows is drawn");
     return Differs("selected row", control.ListIndex(), table.SelectedRow());
 }
 

@@ -93,6 +93,16 @@ struct RepairCase {
     QStringList repaired;
 };
 
+TEST(Calendar, DatesAreReadAsTheyAreTyped) {
+    for (const QString typed : {"2026/3/5", "3/5", "20260305", "2026-03-05", "2026.3.5", "２０２６／３／５",
+                                "2026年3月5日", " 2026 / 3 / 5 ", "2026ー3ー5"})
+        EXPECT_EQ(TypedDate(typed, 2026), "20260305") << typed.toStdString();
+    EXPECT_EQ(TypedDate("2/29", 2028), "20280229");
+    for (const QString typed : {"2/29", "2026/13/5", "2026/0/5", "20260230", "26/3/5", "2026/3", "2026/3/5/1", "202603",
+                                "", "3/5x", "-3/5", "202603051"})
+        EXPECT_EQ(TypedDate(typed, 2026), std::nullopt) << typed.toStdString();
+}
+
 TEST(Calendar, RepairsDatePartsOnlyWhereNeeded) {
     const RepairCase cases[] = {
         {{"2026", "02", "31"}, {"2026", "02", "28"}},   {{"2024", "02", "30"}, {"2024", "02", "29"}},

@@ -49,6 +49,12 @@ class EngineTree : public TemporaryTree {
             link->Run("DROP ROLE IF EXISTS \"" + server_->user + "\"", fault);
         }
     }
+    /// In the server's own SQL.
+    void RunOnServer(const QString& sql) const {
+        store::Fault fault;
+        const auto link = store::PostgresLink::Open(AdminLogin(*server_, server_->database), {}, fault);
+        ASSERT_TRUE(link && link->Run(sql, fault)) << fault.description.toStdString();
+    }
     std::optional<ServerAdmin> Admin() const { return server_ ? std::optional(kAdmin) : std::nullopt; }
 
   private:
@@ -113,6 +119,8 @@ class Copying : public testing::TestWithParam<Engines> {
     EngineTree from_, to_;
 };
 
+class CopyingToServer : public Copying {};
+
 class CopyingByOdbc : public Copying {
   protected:
     void SetUp() override {
@@ -169,6 +177,27 @@ INSTANTIATE_TEST_SUITE_P(Engines, Copying,
                          testing::Values(Engines{"files", Place::File, Place::File},
                                          Engines{"toServer", Place::File, Place::Server},
                                          Engines{"fromServer", Place::Server, Place::File}),
+                         NameOf);
+
+// An earlier version, which told more signs apart, made the target and began the copy.
+TEST_P(CopyingToServer, AnOlderFoldIsToldAndMadeAnew) {
+    RunSql(from_, "UPDATE M得意先 SET 名称A = 'ａ—’￥' WHERE コード < '000050'");
+    ASSERT_EQ(Copy(from_, to_), "");
+    to_.RunOnServer(
+        "CREATE OR REPLACE FUNCTION katsudo_fold(t text) RETURNS text IMMUTABLE STRICT LANGUAGE sql "
+        "AS $$ SELECT lower(normalize(t, NFKC)) $$; UPDATE \"M得意先\" SET \"名称A\" = \"名称A\"");
+    const QString found = "SELECT COUNT(*) AS 件数 FROM M得意先 WHERE katsudo_名称A = 'a-''\\'";
+    ASSERT_EQ(First(to_.tree, found), "0");
+    EXPECT_TRUE(CheckTree(to_.tree).wrong.join(u'\n').contains("katsudo-setup copy --from " + to_.tree.root));
+    QFile mark(UnfinishedCopy(to_.tree));
+    ASSERT_TRUE(mark.open(QIODevice::WriteOnly) && mark.write(from_.tree.root.toUtf8() + '\n') > 0);
+    mark.close();
+    ASSERT_EQ(Copy(from_, to_), "");
+    EXPECT_NE(First(to_.tree, found), "0");
+    EXPECT_EQ(CheckTree(to_.tree).wrong, QStringList{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, CopyingToServer, testing::Values(Engines{"toServer", Place::File, Place::Server}),
                          NameOf);
 
 TEST_P(CopyingByOdbc, CarriesEveryRowAsItIs) {

@@ -218,7 +218,7 @@ class OnServer : public OnEngine {};
 TEST_P(OnServer, FoldsAsFilesDo) {
     OpenStore db(GetParam());
     const QString letters = QString::fromUtf8(
-        "aZé1 ~^\\Ａｚ～￣￥　｡､ｦｶﾊﾜｳﾞﾟｰｯ゛゜\u3099\u309Aかがはばぱゔゝゞカヴヽヾーッヶ・①㈱髙𠮷−〜々〻～亜");
+        "aZé1 ~^\\Ａｚ～￣￥　｡､ｦｶﾊﾜｳﾞﾟｰｯ゛゜\u3099\u309Aかがはばぱゔゝゞカヴヽヾーッヶ・①㈱髙𠮷−〜々〻～亜¥’‘‐―—–");
     const std::u32string pool = letters.toStdU32String();
     QRandomGenerator random(5);
     for (int round = 0; round < 40; ++round) {
