@@ -11,11 +11,17 @@ namespace platform {
 QString PlaceName(const QString& programFolder, const QString& login, const QString& computer);
 
 /// Tells whether another run of the same program lives: the same install tree, computer and login. A run is known by a
-/// lock of its own in the machine's folder for temporary files, which falls with its process, however that ends.
+/// lock of its own, which falls with its process, however that ends. The locks lie where no other user can reach them:
+/// in $XDG_RUNTIME_DIR, or in a folder of the user's own among the machine's temporary files.
 class InstanceGuard {
   public:
-    /// Registers this run, and remembers the runs that were there before it.
+    /// Registers this run, and remembers the runs that were there before it. Where no folder can be had the run counts
+    /// as the only one.
     InstanceGuard(const QString& programFolder, const QString& login, const QString& computer);
+    /// Takes the lock away, and the folder with the last one.
+    ~InstanceGuard();
+    InstanceGuard(const InstanceGuard&) = delete;
+    InstanceGuard& operator=(const InstanceGuard&) = delete;
 
     /// A name for this run that no other run has.
     const QString& RunId() const { return runId_; }
@@ -27,6 +33,7 @@ class InstanceGuard {
     bool AnotherRuns() const;
 
   private:
+    void Register();
     QString LockFile(const QString& runId) const;
 
     QString folder_, runId_;
