@@ -39,6 +39,9 @@ class DataAccess {
     /// ExecuteConfig that also leaves the statement in the run history when it ran.
     bool ExecuteConfigLogged(const QString& sql);
 
+    /// True when the last read of the main database failed: what it gave tells nothing of what is stored.
+    bool MainReadFailed() const { return mainReadFailed_; }
+
     /// The fault of the last statement on the main database that failed.
     const store::Fault& LastMainFault() const { return lastMainFault_; }
 
@@ -51,6 +54,7 @@ class DataAccess {
     SessionContext& context_;
     StatementLog& log_;
     store::Fault lastMainFault_;
+    bool mainReadFailed_ = false;
 };
 
 /// A column's value as a whole number; nothing when it is Null.
