@@ -139,7 +139,11 @@ ListTable* Gestures::TableOf(const Control* control) const {
 }
 
 bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
-    if (!TakesInput()) return true;
+    if (!TakesInput()) {
+        if (event.key() == Qt::Key_Escape && view_.Model()->Loaded())
+            screen::UserKey(*view_.Model(), screen::Key::Escape);
+        return true;
+    }
     if (event.key() == Qt::Key_Control) {
         if (!event.isAutoRepeat())
             ctrlAlone_ = event.modifiers() == Qt::ControlModifier || event.modifiers() == Qt::NoModifier;

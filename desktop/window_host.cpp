@@ -94,6 +94,15 @@ WindowHost::~WindowHost() {
         delete view.data();
 }
 
+void WindowHost::EndBy(const platform::EndSignals& endSignals) {
+    endSignal_ = std::make_unique<QSocketNotifier>(endSignals.Handle(), QSocketNotifier::Read);
+    QObject::connect(endSignal_.get(), &QSocketNotifier::activated, endSignal_.get(), [this] {
+        // It would be told again and again.
+        endSignal_->setEnabled(false);
+        EndProgram();
+    });
+}
+
 QSize WindowHost::DisplaySize() const {
     const QScreen* display = QGuiApplication::primaryScreen();
     return display ? display->size() * display->devicePixelRatio() : QSize(1024, 768);
@@ -271,8 +280,9 @@ void WindowHost::DialogAnswered() {
 }
 
 void WindowHost::WaitingChanged() {
-    const QString notice =
-        Waiting().isEmpty() ? QString() : QStringLiteral("「%1」の終了を待っています。").arg(Waiting());
+    const QString words = WaitingHasEnded() ? QStringLiteral("「%1」は回答せずに終了しました。Esc キーで戻ります。")
+                                            : QStringLiteral("「%1」の終了を待っています。");
+    const QString notice = Waiting().isEmpty() ? QString() : words.arg(Waiting());
     if (FormView* view = WindowInFront()) view->ShowOverlay(notice);
 }
 

@@ -4,10 +4,13 @@
 #include <QHash>
 #include <QMessageBox>
 #include <QPointer>
+#include <QSocketNotifier>
+#include <memory>
 #include <vector>
 
 #include "desktop/form_view.h"
 #include "desktop/window_places.h"
+#include "platform/end_signals.h"
 #include "screen/screen_host.h"
 
 namespace desktop {
@@ -18,6 +21,9 @@ class WindowHost : public screen::ScreenHost {
     /// `placesFile` remembers sizes of windows from run to run; empty to remember none.
     explicit WindowHost(const QString& placesFile = WindowPlaces::UserFile());
     ~WindowHost() override;
+
+    /// Ends the program when one of the signals comes, whatever is waited for. They must outlive the host.
+    void EndBy(const platform::EndSignals& endSignals);
 
     QSize DisplaySize() const override;
     void ProcessEvents() override;
@@ -53,6 +59,7 @@ class WindowHost : public screen::ScreenHost {
     bool busy_ = false;
     std::vector<QPointer<QMessageBox>> boxes_;
     QPointer<QFileDialog> dialog_;
+    std::unique_ptr<QSocketNotifier> endSignal_;
 };
 
 }  // namespace desktop

@@ -41,6 +41,8 @@ struct ScreenState {
     int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
     /// Message of the last lookup.
     QString NoticeText;
+    /// The kind of document whose list was opened last: a key that a number list left is of that kind.
+    std::size_t ListedKind = 0;
     /// Whose attachments the list holds.
     QString ListedSlot;
     screen::Control* LastLeftControl = nullptr;

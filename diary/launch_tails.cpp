@@ -11,7 +11,7 @@ constexpr int kSubjectCharacters = 20;
 constexpr int kCustomer = 1, kDestination = 2;
 
 QString Fixed(const QString& text, int width) {
-    return text.leftJustified(width, u' ', true);
+    return items::Piece(text, 0, width).leftJustified(width, u' ');
 }
 
 QString Staff5(const LaunchData& data) {
@@ -99,7 +99,7 @@ QString NewDocumentTail(const LaunchData& data, std::size_t kind) {
 
 QString SubjectOf(const QString& memo) {
     const qsizetype lineEnd = memo.indexOf(u'\r');
-    return memo.left(lineEnd >= 0 && lineEnd < kSubjectCharacters ? lineEnd : kSubjectCharacters);
+    return items::Piece(memo, 0, lineEnd >= 0 && lineEnd < kSubjectCharacters ? lineEnd : kSubjectCharacters);
 }
 
 QString PartyCardTail(const LaunchData& data) {
@@ -119,7 +119,7 @@ QString ContactCardTail(const LaunchData& data) {
 }
 
 QString CalendarTail(const LaunchData& data) {
-    return data.session.SiteCode + data.session.SlotDate.left(6);
+    return data.session.SiteCode + items::Piece(data.session.SlotDate, 0, 6);
 }
 
 QString DocumentTail(const LaunchData& data, std::size_t kind) {

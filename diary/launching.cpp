@@ -28,17 +28,21 @@ LaunchData DataOf(const DiaryContext& diary) {
     return {diary.session, diary.slot};
 }
 
-/// Starts a program and waits for its answer. Nothing when it can't be started; the user was told `missing` then.
+/// Starts a program and waits for its answer. Nothing when it can't be started, of which the user was told `missing`
+/// then, and when it gave none.
 std::optional<QString> Ask(DiaryContext& diary, const QString& sibling, const QString& tail, const QString& missing) {
     const QString since = items::StampText(diary.clock.Now());
     const QString sent = diary.siblings.SendStartLink(diary.form, sibling, tail);
-    if (!diary.starter.Start(platform::ProgramFile(diary.session.ProgramFolder, sibling), tail)) {
+    // A client that the machine ends meanwhile starts nothing any more; the message is of no use then either.
+    const auto program = diary.host.Ended()
+                             ? nullptr
+                             : diary.starter.Start(platform::ProgramFile(diary.session.ProgramFolder, sibling), tail);
+    if (!program) {
         diary.siblings.TakeBackStartLink(diary.form, sibling, tail, sent);
         diary.host.Tell(missing);
         return std::nullopt;
     }
-    const QString answer = diary.siblings.WaitForEndLink(diary.form, sibling, tail, since);
-    return diary.host.Ended() ? std::nullopt : std::optional(answer);
+    return diary.siblings.WaitForEndLink(diary.form, sibling, tail, since, sent, *program);
 }
 
 /// The card of a kind of counterparty, the last one for kinds that have none of their own.
@@ -49,9 +53,9 @@ const QString& CardOf(const QStringList& cards, int kind) {
 /// Takes the answer over as the document's reference, when it is one. False when it isn't.
 bool TakeReference(DocumentLink& link, const QString& answer) {
     if (answer.size() != kDocumentAnswer) return false;
-    link.事業所コード = answer.left(3);
-    link.番号基準日付 = answer.mid(3, 8);
-    link.No = answer.mid(11, 8);
+    link.事業所コード = items::Piece(answer, 0, 3);
+    link.番号基準日付 = items::Piece(answer, 3, 8);
+    link.No = items::Piece(answer, 11, 8);
     return true;
 }
 
@@ -118,7 +122,7 @@ void LaunchContactCard(DiaryContext& diary) {
 
 void LaunchCalendar(DiaryContext& diary) {
     Ask(diary, program::k社内暦編集, CalendarTail(DataOf(diary)), QStringLiteral("暦編集プログラムが有りません"));
-    RefreshCommands(diary);
+    if (!diary.host.Ended()) RefreshCommands(diary);
 }
 
 void LaunchDocument(DiaryContext& diary, std::size_t kind) {

@@ -91,14 +91,18 @@ struct Place {
     QString site, baseDate;
 };
 
-Place PlaceOf(DiaryContext& diary, std::size_t kind) {
-    QString& condition = diary.pick.ListCondition;
-    const QString key = condition.trimmed();
-    // A pick leaves its key there; a search condition that a cancelled list left names the kind.
-    if (key.size() == 20 && !key.contains(Word(kind))) {
-        condition.clear();
-        return {key.mid(1, 3), key.mid(4, 8)};
-    }
+/// Takes the key that a pick from the list of the kind left, when it is that of the number: "C", the site, the base
+/// date, the number. A pick that changed nothing leaves its key behind, and that says nothing of another document.
+std::optional<Place> TakePickedPlace(DiaryContext& diary, std::size_t kind, const QString& number) {
+    const QString key = diary.pick.ListCondition.trimmed();
+    if (diary.state.ListedKind != kind || key.size() != 20 || !key.startsWith(u'C') || key.mid(12) != number)
+        return std::nullopt;
+    diary.pick.ListCondition.clear();
+    return Place{key.mid(1, 3), key.mid(4, 8)};
+}
+
+Place PlaceOf(DiaryContext& diary, std::size_t kind, const QString& number) {
+    if (const auto picked = TakePickedPlace(diary, kind, number)) return *picked;
     const DocumentLink& link = diary.slot.documents[kind];
     Place place{link.事業所コード, link.番号基準日付};
     if (place.site.isEmpty()) place.site = diary.session.SiteCode;
@@ -109,7 +113,7 @@ Place PlaceOf(DiaryContext& diary, std::size_t kind) {
 }
 
 void LookUp(DiaryContext& diary, std::size_t kind, const QString& number) {
-    const Place place = PlaceOf(diary, kind);
+    const Place place = PlaceOf(diary, kind, number);
     if (const auto row = FetchDocument(diary, kind, place.site, place.baseDate, number)) {
         TakeDocument(diary, kind, *row);
         diary.state.NoticeText.clear();
@@ -220,6 +224,7 @@ void OpenDocumentList(DiaryContext& diary, std::size_t kind, Gesture gesture) {
     const QString name = NumberColumn(kind);
     if (gesture != Gesture::Button && FocusGate(diary, 1, name, GateOrder(name))) return;
     const char* next = gesture == Gesture::Button ? kRules[kind].nextByButton : kRules[kind].nextByGesture;
+    diary.state.ListedKind = kind;
     diary.lists.OpenListWindow("wnd" + name + "一覧", ListCondition(diary, kind, gesture), diary.Item(name),
                                diary.Item(next));
 }

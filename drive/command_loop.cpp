@@ -79,7 +79,8 @@ void CommandLoop::RunUntil(const std::function<bool()>& done) {
 }
 
 void CommandLoop::TakeDuringWait() {
-    if (host_.Waiting().isEmpty()) return;
+    if (signals_.Came()) host_.EndProgram();
+    if (host_.Waiting().isEmpty() || host_.Ended()) return;
     // A wait may have no end, and then nothing else would end the program of somebody who is gone.
     if (NobodyReads()) std::_Exit(0);
     if (!takesDuringWait_ || taking_) return;
@@ -96,6 +97,8 @@ void CommandLoop::TakeDuringWait() {
             }
             refusal_ = CarryOut(command);
         }
+        // A command that left the wait is answered behind it.
+        if (host_.Waiting().isEmpty()) return;
         hands_->Settle();
         AnswerPending();
     }
@@ -104,6 +107,10 @@ void CommandLoop::TakeDuringWait() {
 bool CommandLoop::ReadCommand(QJsonObject& command) {
     std::string line;
     if (!input_.ReadLine(line)) {
+        if (signals_.Came()) {
+            host_.EndProgram();
+            return false;
+        }
         std::cout.flush();
         std::_Exit(0);
     }
@@ -206,7 +213,8 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
     if (what == "key") {
         const auto key = KeyNamed(Named(command, "key"));
         if (!key) return QStringLiteral("no key %1").arg(Named(command, "key"));
-        if (!form.Enabled()) return QStringLiteral("%1 is disabled").arg(form.Name());
+        if (!form.Enabled() && !(*key == screen::Key::Escape && form.onEscapeDisabled))
+            return QStringLiteral("%1 is disabled").arg(form.Name());
         hands_->PressKey(form, *key);
         return {};
     }

@@ -9,6 +9,7 @@
 #include "drive/line_reader.h"
 #include "drive/outside_record.h"
 #include "platform/clock.h"
+#include "platform/end_signals.h"
 #include "screen/screen_host.h"
 
 namespace drive {
@@ -20,8 +21,10 @@ class CommandLoop {
   public:
     /// `clock` is the fixed clock that the "clock" command moves, or null when the real one runs.
     /// `outside` is what the client did to the world around it, told with the state.
-    CommandLoop(screen::ScreenHost& host, platform::FixedClock* clock, const OutsideRecord& outside)
-        : host_(host), clock_(clock), outside_(outside) {}
+    /// `endSignals` end the program as they end the client, also while a line is waited for.
+    CommandLoop(screen::ScreenHost& host, platform::FixedClock* clock, const OutsideRecord& outside,
+                const platform::EndSignals& endSignals)
+        : host_(host), clock_(clock), outside_(outside), signals_(endSignals), input_(endSignals.Handle()) {}
 
     /// Who carries the commands out; must be set before the first wait.
     void SetHands(Hands& hands) { hands_ = &hands; }
@@ -34,7 +37,8 @@ class CommandLoop {
     /// more.
     void TakeDuringWait();
 
-    /// Answers the command under way, or the first one of a program that ended by itself, with "ended".
+    /// Answers the command under way, or the first one of a program that ended by itself, with "ended". A program that
+    /// was ended by a signal says so without being asked.
     void TellEnded();
 
   private:
@@ -47,6 +51,7 @@ class CommandLoop {
     screen::ScreenHost& host_;
     platform::FixedClock* clock_;
     const OutsideRecord& outside_;
+    const platform::EndSignals& signals_;
     LineReader input_;
     Hands* hands_ = nullptr;
     bool pending_ = false;

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QJsonDocument>
+#include <csignal>
 
 namespace drive {
 
@@ -43,6 +44,12 @@ void DriverProcess::EndInput() {
 void DriverProcess::Send(const QJsonObject& command) {
     process_.write(QJsonDocument(command).toJson(QJsonDocument::Compact) + '\n');
     process_.waitForBytesWritten();
+}
+
+QJsonObject DriverProcess::EndBy(int signal) {
+    ::kill(static_cast<pid_t>(process_.processId()), signal);
+    if (!process_.waitForFinished(kAnswerMilliseconds) || process_.exitStatus() != QProcess::NormalExit) return {};
+    return QJsonDocument::fromJson(process_.readLine()).object();
 }
 
 void DriverProcess::Kill() {

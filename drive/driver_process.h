@@ -21,6 +21,9 @@ class DriverProcess {
 
     /// Sends a command without waiting for its answer.
     void Send(const QJsonObject& command);
+    /// Sends a signal that asks for the end, and waits for it: the driver's last words, an empty object when it didn't
+    /// end in order.
+    QJsonObject EndBy(int signal);
     /// Kills the driver on the spot and waits for its end.
     void Kill();
 

@@ -9,8 +9,8 @@ namespace drive {
 /// A host that draws nothing: every wait takes the next commands.
 class HeadlessHost : public screen::ScreenHost {
   public:
-    HeadlessHost(platform::FixedClock* clock, const OutsideRecord& outside)
-        : hands_(*this), loop_(*this, clock, outside) {
+    HeadlessHost(platform::FixedClock* clock, const OutsideRecord& outside, const platform::EndSignals& endSignals)
+        : hands_(*this), loop_(*this, clock, outside, endSignals) {
         loop_.SetHands(hands_);
     }
 

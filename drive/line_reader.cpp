@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 
 namespace drive {
 
@@ -33,9 +34,22 @@ bool LineReader::TakeLine(std::string& line) {
     return true;
 }
 
+bool LineReader::AlarmWent() const {
+    pollfd alarm{alarm_, POLLIN, 0};
+    return poll(&alarm, 1, 0) > 0;
+}
+
+bool LineReader::AwaitInput() const {
+    std::array<pollfd, 2> handles{{{STDIN_FILENO, POLLIN, 0}, {alarm_, POLLIN, 0}}};
+    while (poll(handles.data(), handles.size(), -1) < 0)
+        if (errno != EINTR) return true;
+    return handles[1].revents == 0;
+}
+
 bool LineReader::ReadLine(std::string& line) {
+    if (AlarmWent()) return false;
     while (!TakeLine(line)) {
-        if (ended_) return false;
+        if (ended_ || !AwaitInput()) return false;
         Fill();
     }
     return true;

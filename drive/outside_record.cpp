@@ -4,12 +4,12 @@
 
 namespace drive {
 
-bool RecordingStarter::Start(const QString& file, const QString& argument) {
+std::unique_ptr<platform::StartedProgram> RecordingStarter::Start(const QString& file, const QString& argument) {
     QHash<QString, QString> environment;
     if (clock_) environment.insert(QStringLiteral("KATSUDO_NOW"), items::StampText(clock_->Now()));
-    if (!platform::ProcessStarter(environment).Start(file, argument)) return false;
-    record_.started.append(file + " " + argument);
-    return true;
+    auto program = platform::ProcessStarter(environment).Start(file, argument);
+    if (program) record_.started.append(file + " " + argument);
+    return program;
 }
 
 }  // namespace drive

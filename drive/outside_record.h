@@ -19,7 +19,7 @@ struct OutsideRecord {
 class RecordingStarter : public platform::ProgramStarter {
   public:
     RecordingStarter(OutsideRecord& record, const platform::FixedClock* clock) : record_(record), clock_(clock) {}
-    bool Start(const QString& file, const QString& argument) override;
+    std::unique_ptr<platform::StartedProgram> Start(const QString& file, const QString& argument) override;
 
   private:
     OutsideRecord& record_;

@@ -33,6 +33,11 @@ QJsonValue DialogState(const screen::PathDialog* dialog) {
                        {"filters", QJsonArray::fromStringList(dialog->filters)}};
 }
 
+QJsonValue WaitingState(const ScreenHost& host) {
+    if (host.Waiting().isEmpty()) return QJsonValue();
+    return host.Waiting() + (host.WaitingHasEnded() ? QStringLiteral("（終了）") : QString());
+}
+
 void TellList(const Control& control, QJsonObject& state) {
     QJsonArray columns;
     for (const screen::ListColumn& column : control.columns)
@@ -90,7 +95,7 @@ QJsonObject Situation(const ScreenHost& host) {
                        {"focus", QJsonValue()},
                        {"message", MessageState(host.WaitingMessage())},
                        {"dialog", DialogState(host.WaitingDialog())},
-                       {"waiting", host.Waiting().isEmpty() ? QJsonValue() : QJsonValue(host.Waiting())}};
+                       {"waiting", WaitingState(host)}};
     if (const Form* form = host.Front()) {
         answer["window"] = form->Name();
         if (const Control* focused = form->Focused()) {

@@ -57,7 +57,9 @@ bool CompanyLoader::LoadCompanyRow() {
 bool CompanyLoader::ReadSite(std::unique_ptr<store::Recordset>& row) {
     if (data_.OpenMainRecordset(row, SiteSql(context_.OperatingSiteCode))) return true;
     const QString headOffice = items::ZeroMask(3);
-    // Only a store that can be read moves the installation: one without any site is a damaged one.
+    // Only a store that can be read moves the installation: a failed read says nothing of the site, and a store without
+    // any site is a damaged one.
+    if (data_.MainReadFailed()) return false;
     if (!data_.OpenMainRecordset(row, SiteSql(headOffice))) return false;
     ResetOperatingSite(headOffice);
     return true;

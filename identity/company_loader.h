@@ -12,7 +12,7 @@ class CompanyLoader {
     CompanyLoader(session::SessionContext& context, session::DataAccess& data) : context_(context), data_(data) {}
 
     /// Loads company and site. True when the company has its row. An operating site that isn't on file moves the
-    /// installation to "000", and that is stored.
+    /// installation to "000", and that is stored; one that couldn't be read leaves it where it is.
     bool LoadCompanyInformation();
 
     /// Title of the main screen: the program, the site or "(全社)", the running staff member. Reads the site's name

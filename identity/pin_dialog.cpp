@@ -12,8 +12,8 @@ using screen::Control;
 using screen::ControlKind;
 
 PinDialog::PinDialog(session::SessionContext& context, session::DataAccess& data, StaffIdentity& staff,
-                     screen::ScreenHost& host, const platform::Clock& clock)
-    : context_(context), data_(data), staff_(staff), host_(host), clock_(clock) {
+                     screen::ScreenHost& host, const platform::Clock& clock, session::StatementLog& log)
+    : context_(context), data_(data), staff_(staff), host_(host), clock_(clock), log_(log) {
     Build();
 }
 
@@ -53,17 +53,22 @@ void PinDialog::Build() {
 
 void PinDialog::ConfirmPin(const QString& caption) {
     form_.SetCaption(caption);
+    const session::RunningStaff before = context_;
+    context_.PinConfirmed = false;
     host_.ShowModal(form_);
+    // Whoever leaves the dialog leaves the one who was there before, not the last one who was shown.
+    if (!context_.PinConfirmed) static_cast<session::RunningStaff&>(context_) = before;
 }
 
 void PinDialog::Load() {
     code_->SetText(QString());
     name_->SetText(QString());
     pin_->SetText(QString());
-    storedPin_.reset();
+    storedPin_.clear();
     context_.RunningStaffCode.clear();
     // A staff member whose login is known only confirms the PIN.
-    const bool known = ShowStaff("M担当者.ログインID = '" + context_.LoginUserId + "'") && CodeLeft();
+    const bool known =
+        ShowStaff("M担当者.ログインID = '" + items::EscapeSqlText(context_.LoginUserId) + "'") && CodeLeft();
     code_->SetEnabled(!known);
 }
 
@@ -76,24 +81,19 @@ QString PinDialog::CurrentStaffCondition() const {
 
 bool PinDialog::ShowStaff(const QString& condition) {
     std::unique_ptr<store::Recordset> row;
-    storedPin_.reset();
-    if (!data_.OpenMainRecordset(row, "SELECT M担当者.* FROM M担当者 WHERE " + condition + CurrentStaffCondition())) {
+    storedPin_.clear();
+    const bool found =
+        data_.OpenMainRecordset(row, "SELECT M担当者.* FROM M担当者 WHERE " + condition + CurrentStaffCondition());
+    TakeRights(context_, *row);
+    if (!found) {
         code_->SetText(QString());
         name_->SetText(QString());
         return false;
     }
     code_->SetText(row->Value(QStringLiteral("コード")).value_or(QString()));
     name_->SetText(row->Value(QStringLiteral("氏名")).value_or(QString()));
-    if (const auto stored = row->Value(QStringLiteral("暗証番号")))
-        storedPin_ = DecodeStoredPin(*stored, PinKeyFile(context_.InstallRoot));
+    storedPin_ = row->Value(QStringLiteral("暗証番号")).value_or(QString());
     context_.RunningLoginId = row->Value(QStringLiteral("ログインID")).value_or(QString());
-    context_.RunningStaffAccessLevel = session::NumberColumn(*row, QStringLiteral("アクセス権限")).value_or(0);
-    for (int number = 0; number < 10; ++number)
-        context_.ClassPermit[static_cast<std::size_t>(number)] =
-            row->Value(ClassPermitColumn(number)).value_or(QStringLiteral("0"));
-    for (int operation = 0; operation < 8; ++operation)
-        context_.OperationPermits[static_cast<std::size_t>(operation)] =
-            row->Value(kOperationPermitColumns[operation]).value_or(QString());
     return true;
 }
 
@@ -108,18 +108,23 @@ void PinDialog::FocusCodeIfEmpty() {
 
 void PinDialog::Confirm() {
     const QString typed = pin_->Text().toUpper();
-    if (typed.size() <= 3)
+    if (typed.size() <= 3) {
         Refuse(QStringLiteral("暗証番号を入力してください。"));
-    else if (OpensWith(DecodeStoredPin(context_.SitePrivilegePin, PinKeyFile(context_.InstallRoot)), typed) ||
-             OpensWith(storedPin_, typed))
+    } else if (Opens(context_.SitePrivilegePin, typed) || Opens(storedPin_, typed)) {
         Accept();
-    else
+    } else if (IsPinKey(PinKeyFile(context_.InstallRoot))) {
         Refuse(QStringLiteral("暗証番号が違います。"));
+    } else {
+        // Without the key no PIN can be the right one, and the user would look for the fault in what was typed.
+        const QString words = QStringLiteral("暗証番号の鍵ファイルを読めません。");
+        log_.WriteErrorHistory(words);
+        Refuse(words);
+    }
 }
 
-bool PinDialog::OpensWith(const std::optional<QString>& pin, const QString& typed) const {
+bool PinDialog::Opens(const QString& stored, const QString& typed) const {
     // The stored PIN is compared as it stands: one with small letters can't be typed.
-    return pin && *pin == typed;
+    return DecodeStoredPin(stored, PinKeyFile(context_.InstallRoot)) == typed;
 }
 
 void PinDialog::Accept() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <optional>
 
 #include "identity/staff_identity.h"
 #include "platform/clock.h"
@@ -10,13 +9,15 @@
 namespace identity {
 
 /// The dialog `msg暗証番号確認`: who sits at the keyboard says so with a code and a PIN. It sets the running staff
-/// member and PinConfirmed. There is no limit on the number of tries.
+/// member and PinConfirmed. There is no limit on the number of tries. A key file of the PINs that can't be read is
+/// told, and noted in `log`.
 class PinDialog {
   public:
     PinDialog(session::SessionContext& context, session::DataAccess& data, StaffIdentity& staff,
-              screen::ScreenHost& host, const platform::Clock& clock);
+              screen::ScreenHost& host, const platform::Clock& clock, session::StatementLog& log);
 
-    /// Shows the dialog and waits for it; the result is PinConfirmed.
+    /// Shows the dialog and waits for it; the result is PinConfirmed. When it isn't confirmed the running staff member
+    /// is who it was before, with the same rights.
     void ConfirmPin(const QString& caption);
 
   private:
@@ -31,19 +32,21 @@ class PinDialog {
     void Accept();
     void Refuse(const QString& message);
     QString CurrentStaffCondition() const;
-    bool OpensWith(const std::optional<QString>& pin, const QString& typed) const;
+    /// Whether the typed PIN is the one that was stored so.
+    bool Opens(const QString& stored, const QString& typed) const;
 
     session::SessionContext& context_;
     session::DataAccess& data_;
     StaffIdentity& staff_;
     screen::ScreenHost& host_;
     const platform::Clock& clock_;
+    session::StatementLog& log_;
     screen::Form form_{QStringLiteral("msg暗証番号確認")};
     screen::Control* code_ = nullptr;
     screen::Control* name_ = nullptr;
     screen::Control* pin_ = nullptr;
-    /// PIN of the staff member on the dialog; nothing when there is none that could match.
-    std::optional<QString> storedPin_;
+    /// PIN of the staff member on the dialog as it is stored; empty when there is none.
+    QString storedPin_;
 };
 
 }  // namespace identity

@@ -9,8 +9,21 @@ using session::TakeColumn;
 const QStringList kOperationPermitColumns{"操作許可", "入力許可",     "修正許可",         "削除許可",
                                           "印刷許可", "プレビュ許可", "テキスト出力許可", "イメージ出力許可"};
 
-QString ClassPermitColumn(int classNumber) {
+namespace {
+
+QString ClassPermitColumn(std::size_t classNumber) {
     return QStringLiteral("処理分類%1操作許可").arg(classNumber);
+}
+
+}  // namespace
+
+void TakeRights(session::RunningStaff& staff, const store::Recordset& row) {
+    staff.RunningStaffAccessLevel = session::NumberColumn(row, QStringLiteral("アクセス権限")).value_or(0);
+    for (std::size_t number = 0; number < staff.ClassPermit.size(); ++number)
+        staff.ClassPermit[number] = row.Value(ClassPermitColumn(number)).value_or(QStringLiteral("0"));
+    for (std::size_t operation = 0; operation < staff.OperationPermits.size(); ++operation)
+        staff.OperationPermits[operation] =
+            row.Value(kOperationPermitColumns[static_cast<qsizetype>(operation)]).value_or(QString());
 }
 
 bool StaffIdentity::ReadRunningStaffCode() {
@@ -23,8 +36,10 @@ bool StaffIdentity::ReadRunningStaffCode() {
 
 bool StaffIdentity::LoadRunningStaff(const QString& code) {
     std::unique_ptr<store::Recordset> row;
-    if (!data_.OpenMainRecordset(row, "SELECT M担当者.* FROM M担当者 WHERE M担当者.コード = '" + code + "'"))
-        return false;
+    const bool found =
+        data_.OpenMainRecordset(row, "SELECT M担当者.* FROM M担当者 WHERE M担当者.コード = '" + code + "'");
+    TakeRights(context_, *row);
+    if (!found) return false;
     TakeColumn(*row, QStringLiteral("コード"), context_.RunningStaffCode);
     TakeColumn(*row, QStringLiteral("氏名"), context_.RunningStaffName);
     TakeColumn(*row, QStringLiteral("事業所コード"), context_.RunningStaffSite);
@@ -32,12 +47,6 @@ bool StaffIdentity::LoadRunningStaff(const QString& code) {
     TakeColumn(*row, QStringLiteral("セクションコード"), context_.RunningStaffSection);
     TakeColumn(*row, QStringLiteral("役職コード"), context_.RunningStaffPost);
     TakeColumn(*row, QStringLiteral("社員区分"), context_.RunningStaffEmploymentClass);
-    TakeColumn(*row, QStringLiteral("アクセス権限"), context_.RunningStaffAccessLevel);
-    for (int number = 0; number < 10; ++number)
-        TakeColumn(*row, ClassPermitColumn(number), context_.ClassPermit[static_cast<std::size_t>(number)]);
-    for (int operation = 0; operation < 8; ++operation)
-        TakeColumn(*row, kOperationPermitColumns[operation],
-                   context_.OperationPermits[static_cast<std::size_t>(operation)]);
     return true;
 }
 

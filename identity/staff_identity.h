@@ -18,7 +18,7 @@ class StaffIdentity {
     bool ReadRunningStaffCode();
 
     /// Loads name, place, access level and permits of a staff member, whether still employed or not. True when the row
-    /// exists; a Null leaves its field as it was.
+    /// exists; a Null leaves its field as it was, but gives no right of somebody else's (TakeRights).
     bool LoadRunningStaff(const QString& code);
 
     /// Stores RunningStaffCode and loads that staff member; a blank code does nothing. A failed write is told.
@@ -30,9 +30,12 @@ class StaffIdentity {
     screen::ScreenHost& host_;
 };
 
+/// Takes access level and permits from the current row of `M担当者`. What is Null there, and all of it where there is
+/// no row, is level 0, class permit "0" and an empty operation permit: the rights of whoever was looked up before are
+/// gone.
+void TakeRights(session::RunningStaff& staff, const store::Recordset& row);
+
 /// Columns of the operation permits in the order of the operation numbers 0 to 7.
 extern const QStringList kOperationPermitColumns;
-/// Column of a class permit, 0 to 9.
-QString ClassPermitColumn(int classNumber);
 
 }  // namespace identity

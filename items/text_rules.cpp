@@ -64,6 +64,14 @@ qsizetype FittingUnits(const QString& text, int limit) {
     return position;
 }
 
+qsizetype LengthWithoutBlanks(const QString& text) {
+    qsizetype length = text.size();
+    while (length > 0 && text[length - 1] == u' ') {
+        --length;
+    }
+    return length;
+}
+
 }  // namespace
 
 int AnsiLength(const QString& text) {
@@ -90,14 +98,23 @@ QString TruncateToBytes(const QString& text, int limit) {
     return text.left(FittingUnits(text, limit));
 }
 
+QString Piece(const QString& text, qsizetype place, qsizetype width) {
+    QString piece = text.mid(place, width);
+    if (!piece.isEmpty() && piece.back().isHighSurrogate()) piece.chop(1);
+    if (!piece.isEmpty() && piece.front().isLowSurrogate()) piece.remove(0, 1);
+    return piece;
+}
+
+QString WithoutBlanks(const QString& text) {
+    const QString headless =
+        text.mid(std::find_if(text.begin(), text.end(), [](QChar c) { return c != u' '; }) - text.begin());
+    return headless.left(LengthWithoutBlanks(headless));
+}
+
 QString EscapeSqlText(const QString& text) {
     QString escaped = text;
     escaped.replace(u'\'', QStringLiteral("''"));
-    qsizetype length = escaped.size();
-    while (length > 0 && escaped[length - 1] == u' ') {
-        --length;
-    }
-    escaped.truncate(length);
+    escaped.truncate(LengthWithoutBlanks(escaped));
     return escaped;
 }
 
@@ -107,7 +124,7 @@ QString FormatToMask(const QString& value, const QString& mask) {
     }
     const std::optional<WholeNumber> number = RoundedNumber(value);
     if (!number) {
-        return value.left(mask.size());
+        return Piece(value, 0, mask.size());
     }
     const QString digits = number->digits.rightJustified(mask.size(), u'0');
     return (number->negative ? u'-' + digits : digits).left(mask.size());

@@ -18,11 +18,20 @@ QString ByteLengthNotice(const QString& text, int limit);
 /// The longest head of the text whose byte length is at most `limit`; a full-width character is never split.
 QString TruncateToBytes(const QString& text, int limit);
 
+/// `width` UTF-16 units of the text from a place on (from 0), fewer at its end. A character of two units that one of
+/// the ends would cut in two is left out: half of it is no text, and no other program would read it as it was written.
+QString Piece(const QString& text, qsizetype place, qsizetype width);
+
+/// The text without the half-width blanks at its ends. Other white space, the full-width blank too, belongs to the
+/// text: so the suite's programs read a command line.
+QString WithoutBlanks(const QString& text);
+
 /// The text ready to stand between single quotes in SQL: quotes doubled, trailing half-width blanks removed.
 QString EscapeSqlText(const QString& text);
 
 /// The value formatted by a mask of zeros and cut to the mask's length: "12" under "000000" is "000012", "1234567" is
-/// "123456". A text that isn't numeric is only cut; an empty value stays empty; an empty mask returns the value.
+/// "123456". A text that isn't numeric is only cut (Piece); an empty value stays empty; an empty mask returns the
+/// value.
 QString FormatToMask(const QString& value, const QString& mask);
 
 /// That many "0" characters; empty for a width of 0 or less.

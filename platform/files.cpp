@@ -1,5 +1,7 @@
 #include "platform/files.h"
 
+#include <sys/stat.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -25,6 +27,12 @@ std::error_code MakeFolder(const QString& path) {
     std::error_code fault;
     std::filesystem::create_directory(NativePath(path).toStdString(), fault);
     return fault;
+}
+
+std::optional<FileIdentity> IdentityOf(const QString& path) {
+    struct stat found {};
+    if (stat(QFile::encodeName(path).constData(), &found) != 0) return std::nullopt;
+    return FileIdentity{found.st_dev, found.st_ino};
 }
 
 bool CopyFile(const QString& from, const QString& to) {

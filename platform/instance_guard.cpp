@@ -1,8 +1,11 @@
 #include "platform/instance_guard.h"
 
-#include <QCoreApplication>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QCryptographicHash>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QUuid>
 
@@ -10,14 +13,44 @@ namespace platform {
 
 namespace {
 
-/// A lock counts for as long as its process lives; the age of its file says nothing.
-bool IsHeld(const QString& lockFile) {
+/// True for a folder, no link to one, that belongs to this user.
+bool IsOwnFolder(const QString& path, struct stat& found) {
+    return lstat(QFile::encodeName(path).constData(), &found) == 0 && S_ISDIR(found.st_mode) &&
+           found.st_uid == geteuid();
+}
+
+/// Makes a folder that is for this user alone. False when something else lies there.
+bool MakePrivateFolder(const QString& path) {
+    struct stat found {};
+    mkdir(QFile::encodeName(path).constData(), S_IRWXU);
+    return IsOwnFolder(path, found) && (found.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO)) == S_IRWXU;
+}
+
+/// The folder for the locks of that name; made when it is missing. Among the temporary files anybody may have laid
+/// something under its name, so there is another one to go to; all runs of the user try them in the same order. Empty
+/// when there is no place.
+QString LockFolder(const QString& name) {
+    constexpr int kMostNames = 100;
+    struct stat found {};
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (QDir::isAbsolutePath(runtime) && IsOwnFolder(runtime, found) && MakePrivateFolder(runtime + "/" + name))
+        return runtime + "/" + name;
+    const QString own = QDir::tempPath() + "/" + name + "-" + QString::number(geteuid());
+    for (int further = 0; further < kMostNames; ++further) {
+        const QString path = further == 0 ? own : own + "-" + QString::number(further);
+        if (MakePrivateFolder(path)) return path;
+    }
+    return {};
+}
+
+}  // namespace
+
+bool LockIsHeld(const QString& lockFile) {
+    if (!QFileInfo::exists(lockFile)) return false;
     QLockFile probe(lockFile);
     probe.setStaleLockTime(0);
     return !probe.tryLock(0) && probe.error() == QLockFile::LockFailedError;
 }
-
-}  // namespace
 
 QString PlaceName(const QString& programFolder, const QString& login, const QString& computer) {
     const QString tree = QFileInfo(programFolder).canonicalFilePath();
@@ -26,35 +59,40 @@ QString PlaceName(const QString& programFolder, const QString& login, const QStr
     return QString::fromLatin1(QCryptographicHash::hash(who, QCryptographicHash::Sha256).toHex().left(32));
 }
 
-InstanceGuard::InstanceGuard(const QString& programFolder, const QString& login, const QString& computer)
-    : folder_(QDir::tempPath() + "/katsudo-techo-" + PlaceName(programFolder, login, computer)),
-      runId_(QUuid::createUuid().toString(QUuid::WithoutBraces)) {
-    const QDir folder(folder_);
-    if (!QDir().mkpath(folder_)) return;
-    // Registering is one step for all runs, so that each sees all that came before it.
-    QLockFile gate(folder.filePath(QStringLiteral("gate")));
-    gate.tryLock(5000);
-    for (const QString& name : folder.entryList({QStringLiteral("*.run")}, QDir::Files)) {
-        const QString path = folder.filePath(name);
-        if (IsHeld(path)) earlier_.append(path);
+InstanceGuard::InstanceGuard(const QString& programFolder, const QString& login, const QString& computer) {
+    const QString name = "katsudo-techo-" + PlaceName(programFolder, login, computer);
+    // A run that ends takes the empty folder away, perhaps just before this one lays its lock there.
+    constexpr int kMostTries = 10;
+    for (int tries = 0; tries < kMostTries && !own_; ++tries) {
+        folder_ = LockFolder(name);
+        if (folder_.isEmpty()) return;
+        Register();
     }
-    own_ = std::make_unique<QLockFile>(LockFile(runId_));
+}
+
+InstanceGuard::~InstanceGuard() {
+    if (!own_) return;
+    own_.reset();
+    // Does nothing as long as another run's lock lies there.
+    rmdir(QFile::encodeName(folder_).constData());
+}
+
+void InstanceGuard::Register() {
+    // Registering is one step for all runs, so that each sees all that came before it.
+    QLockFile gate(folder_ + "/gate");
+    if (!gate.tryLock(5000) && gate.error() != QLockFile::LockFailedError) return;
+    for (const QString& name : QDir(folder_).entryList({QStringLiteral("*.run")}, QDir::Files)) {
+        const QString path = folder_ + "/" + name;
+        if (LockIsHeld(path)) earlier_.append(path);
+    }
+    own_ = std::make_unique<QLockFile>(folder_ + "/" + QUuid::createUuid().toString(QUuid::WithoutBraces) + ".run");
     own_->setStaleLockTime(0);
     own_->tryLock(0);
 }
 
-QString InstanceGuard::LockFile(const QString& runId) const {
-    return folder_ + "/" + runId + ".run";
-}
-
-bool InstanceGuard::Lives(const QString& runId) const {
-    const QString path = LockFile(runId);
-    return QFileInfo::exists(path) && IsHeld(path);
-}
-
 bool InstanceGuard::AnotherRuns() const {
     for (const QString& path : earlier_)
-        if (QFileInfo::exists(path) && IsHeld(path)) return true;
+        if (LockIsHeld(path)) return true;
     return false;
 }
 

@@ -14,6 +14,8 @@
 #include <filesystem>
 #include <map>
 
+#include "platform/instance_guard.h"
+
 namespace platform {
 
 namespace {
@@ -132,6 +134,8 @@ bool KeptFiles::Open(const QString& folder) {
 }
 
 void KeptFiles::Close() {
+    // What is being typed stays for the next run where this one was ended from outside.
+    if (written_) typed_[order_ % 2] = RoomyFile();
     for (RoomyFile& file : typed_)
         file.Remove();
     for (RoomyFile& file : room_)
@@ -219,12 +223,7 @@ void KeptFiles::Prune(const QString& before, int most) {
 }
 
 bool KeptFiles::Lives(const QString& runId) const {
-    const QString path = PathOf(runId + kLock);
-    if (!QFileInfo::exists(path)) return false;
-    // The lock falls with its process, however that ends; its age says nothing. A look takes a fallen one away.
-    QLockFile probe(path);
-    probe.setStaleLockTime(0);
-    return !probe.tryLock(0) && probe.error() == QLockFile::LockFailedError;
+    return LockIsHeld(PathOf(runId + kLock));
 }
 
 void KeptFiles::ClearUpBehindOthers() {

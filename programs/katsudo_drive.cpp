@@ -36,6 +36,7 @@ bool WantsWindow(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const platform::EndSignals endSignals;
     const std::unique_ptr<QCoreApplication> application =
         WantsWindow(argc, argv) ? std::unique_ptr<QCoreApplication>(new QApplication(argc, argv))
                                 : std::make_unique<QCoreApplication>(argc, argv);
@@ -87,9 +88,9 @@ int main(int argc, char** argv) {
                                 parser.value("tail")};
     };
     if (parser.isSet("window")) {
-        drive::DrivenWindowHost host(fixedClock.get(), record);
+        drive::DrivenWindowHost host(fixedClock.get(), record, endSignals);
         return Play(host, outside(host));
     }
-    drive::HeadlessHost host(fixedClock.get(), record);
+    drive::HeadlessHost host(fixedClock.get(), record, endSignals);
     return Play(host, outside(host));
 }

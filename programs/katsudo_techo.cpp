@@ -39,6 +39,7 @@ QString CommandLineTail(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     if (AnswerWithoutDisplay(argc, argv)) return 0;
+    const platform::EndSignals endSignals;
     // The tail is the suite's own: the toolkit must not read options out of it.
     int ownArgc = 1;
     QApplication application(ownArgc, argv);
@@ -46,6 +47,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(KATSUDO_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     desktop::WindowHost host;
+    host.EndBy(endSignals);
     const platform::SystemClock clock;
     platform::ProcessStarter starter;
     desktop::DesktopOpener opener;

@@ -71,6 +71,8 @@ class Form {
 
     /// Runs on Escape; an empty one does nothing.
     std::function<void()> onEscape;
+    /// The same while the form is disabled: the one key that it may still take then.
+    std::function<void()> onEscapeDisabled;
 
     /// Runs when the form is shown, before it can be seen.
     std::function<void()> onLoad;

@@ -50,12 +50,13 @@ void ScreenHost::Hide(Form& form) {
 }
 
 Button ScreenHost::Ask(const MessageBox& box) {
-    if (ended_) return box.defaultButton;
+    const Button unanswered = box.buttons.empty() ? box.defaultButton : box.buttons.back();
+    if (ended_) return unanswered;
     messages_.push_back({&box, std::nullopt});
     const std::size_t depth = messages_.size();
     MessageShown();
     WaitUntil([this, depth] { return ended_ || messages_[depth - 1].answer.has_value(); });
-    const Button answer = messages_[depth - 1].answer.value_or(box.defaultButton);
+    const Button answer = messages_[depth - 1].answer.value_or(unanswered);
     messages_.resize(depth - 1);
     MessageAnswered();
     return answer;
@@ -77,8 +78,9 @@ std::optional<QString> ScreenHost::AskPath(const PathDialog& dialog) {
     return path;
 }
 
-void ScreenHost::SetWaiting(const QString& program) {
+void ScreenHost::SetWaiting(const QString& program, bool ended) {
     waiting_ = program;
+    waitingHasEnded_ = ended;
     WaitingChanged();
 }
 

@@ -49,7 +49,8 @@ class ScreenHost {
     void Unload(Form& form);
     /// The same for a form that stays loaded: it is shown again as it was left.
     void Hide(Form& form);
-    /// Shows the message and returns the button that answers it. When the program ended meanwhile, the default.
+    /// Shows the message and returns the button that answers it. When the program ended meanwhile, the last one, which
+    /// does least: nobody has answered.
     Button Ask(const MessageBox& box);
     /// A message with one OK button and the program's title.
     void Tell(const QString& text);
@@ -72,10 +73,12 @@ class ScreenHost {
     /// Lets pending events through once.
     virtual void ProcessEvents() = 0;
     virtual void Sleep(int milliseconds) = 0;
-    /// Tells the user, for as long as `program` isn't empty, that the program waits for that other program.
-    void SetWaiting(const QString& program);
+    /// Tells the user, for as long as `program` isn't empty, that the program waits for that other program; when that
+    /// one has `ended` without an answer, also that Escape leaves the wait.
+    void SetWaiting(const QString& program, bool ended = false);
     /// The program waited for; empty when none is.
     const QString& Waiting() const { return waiting_; }
+    bool WaitingHasEnded() const { return waitingHasEnded_; }
 
     /// Tells the user that the program works and takes no input, until it is called with false.
     virtual void SetBusy(bool /*busy*/) {}
@@ -117,6 +120,7 @@ class ScreenHost {
     const PathDialog* dialog_ = nullptr;
     std::optional<std::optional<QString>> dialogAnswer_;
     QString waiting_;
+    bool waitingHasEnded_ = false;
     bool ended_ = false;
 };
 

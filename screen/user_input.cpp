@@ -129,7 +129,9 @@ void UserKey(Form& form, Key key) {
     const Gesture gesture(form);
     Control* control = form.Focused();
     if (key == Key::Escape) {
-        if (form.onEscape) form.onEscape();
+        // A copy: what it does may take the handler itself away.
+        const auto handler = form.Enabled() ? form.onEscape : form.onEscapeDisabled;
+        if (handler) handler();
         return;
     }
     if (key == Key::Tab || key == Key::Backtab) {

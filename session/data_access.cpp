@@ -31,7 +31,8 @@ bool DataAccess::Run(store::Connection* connection, const QString& sql, store::F
 bool DataAccess::OpenMainRecordset(std::unique_ptr<store::Recordset>& recordset, const QString& sql, bool writeLog,
                                    int mostRows) {
     store::Fault fault;
-    if (!Read(context_.MainConnection.get(), recordset, sql, fault, mostRows)) {
+    mainReadFailed_ = !Read(context_.MainConnection.get(), recordset, sql, fault, mostRows);
+    if (mainReadFailed_) {
         lastMainFault_ = fault;
         log_.WriteErrorHistory(fault.description + sql);
         return false;

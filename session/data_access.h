@@ -43,6 +43,9 @@ class DataAccess {
     /// becomes of it. Null on a fault; an empty result is a recordset at its end.
     std::unique_ptr<store::Recordset> ReadMainUntold(const QString& sql, int mostRows = store::kAllRows);
 
+    /// True when the last read of the main database failed: what it gave tells nothing of what is stored.
+    bool MainReadFailed() const { return mainReadFailed_; }
+
     /// The fault of the last statement on the main database that failed.
     const store::Fault& LastMainFault() const { return lastMainFault_; }
     /// How many statements that write to the main database have failed in this run.
@@ -58,6 +61,7 @@ class DataAccess {
     StatementLog& log_;
     store::Fault lastMainFault_;
     int failedWrites_ = 0;
+    bool mainReadFailed_ = false;
 };
 
 /// A column's value as a whole number; nothing when it is Null.

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "items/text_rules.h"
 #include "store/connection.h"
 
 namespace session {
@@ -29,9 +30,22 @@ struct BackupSettings {
     QString startTime, folder;
 };
 
+/// The staff member who runs the program, with the rights of `M担当者`.
+struct RunningStaff {
+    QString RunningStaffCode, RunningStaffName, RunningStaffSite, RunningStaffDepartment, RunningStaffSection,
+        RunningStaffPost;
+    int RunningStaffEmploymentClass = 0;
+    QString RunningLoginId;
+    int RunningStaffAccessLevel = 0;
+    /// `処理分類0操作許可` to `処理分類9操作許可`; a permit grants when it reads as 0.
+    std::array<QString, 10> ClassPermit;
+    /// Operate, enter, change, delete, print, preview, text output, image output.
+    std::array<QString, 8> OperationPermits;
+};
+
 /// Who is running, where, on which slot key, with which connections: the one process-wide record. All texts start
 /// empty; dates are "yyyymmdd", times "hh:nn", codes zero-padded.
-struct SessionContext {
+struct SessionContext : RunningStaff {
     // Machine and login.
     QString LoginUserId;
     QString ComputerId;
@@ -89,16 +103,7 @@ struct SessionContext {
     bool ConfigConnectionOpen = false;
     bool MainConnectionOpen = false;
 
-    // Running staff member.
-    QString RunningStaffCode, RunningStaffName, RunningStaffSite, RunningStaffDepartment, RunningStaffSection,
-        RunningStaffPost;
-    int RunningStaffEmploymentClass = 0;
-    int RunningStaffAccessLevel = 0;
-    QString RunningLoginId;
-    /// `処理分類0操作許可` to `処理分類9操作許可`; a permit grants when it reads as 0.
-    std::array<QString, 10> ClassPermit;
-    /// Operate, enter, change, delete, print, preview, text output, image output.
-    std::array<QString, 8> OperationPermits;
+    // PINs.
     int PinRequired = 0;  ///< 1 when the company uses PINs
     bool PinConfirmed = false;
 
@@ -114,9 +119,10 @@ struct SessionContext {
 inline const QString kProgramId = QStringLiteral("活動手帳");
 inline const QString kMenu = QStringLiteral("営業支援");
 
-/// The stamp of `ユーザID` in the main database: user, running staff member and computer, joined.
+/// The stamp of `ユーザID` in the main database, ready to stand between single quotes in SQL: user, running staff
+/// member and computer, joined.
 inline QString UserStamp(const SessionContext& context) {
-    return context.UserId + context.RunningStaffCode + context.ComputerId;
+    return items::EscapeSqlText(context.UserId + context.RunningStaffCode + context.ComputerId);
 }
 
 }  // namespace session

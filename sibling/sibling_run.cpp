@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "items/display_forms.h"
+#include "items/text_rules.h"
 
 namespace sibling {
 
@@ -22,7 +23,7 @@ QDateTime SiblingRun::AnswerClock::Now() const {
 SiblingRun::SiblingRun(const QString& programFile, const QString& tail, const platform::MachineNames& names)
     : program_(QFileInfo(programFile).completeBaseName()),
       folder_(QFileInfo(programFile).absolutePath()),
-      tail_(tail.trimmed()),
+      tail_(items::WithoutBlanks(tail)),
       environment_(context_, data_, history_, screen_, names),
       links_(context_, data_, environment_, staff_, clock_, program_) {}
 

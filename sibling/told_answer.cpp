@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QStringList>
 
+#include "items/text_rules.h"
+
 namespace sibling {
 
 namespace {
@@ -11,7 +13,8 @@ void TakeLine(const QString& line, const QString& tail, ToldAnswer& told) {
     const QString name = line.section(u'=', 0, 0);
     const QString value = line.section(u'=', 1);
     if (name == "answer") told.text = value;
-    if (name == "echo") told.text = tail.mid(value.section(u',', 0, 0).toInt(), value.section(u',', 1).toInt());
+    if (name == "echo")
+        told.text = items::Piece(tail, value.section(u',', 0, 0).toInt(), value.section(u',', 1).toInt());
     if (name == "delay") told.delay = value.toInt();
     if (name == "times") told.times = value.toInt();
 }

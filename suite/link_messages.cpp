@@ -26,13 +26,14 @@ QString LinkMessages::ReceiveStartLink(const QString& tail, const QString& earli
     return sent;
 }
 
-void LinkMessages::SendEndLink(const QString& result) {
+bool LinkMessages::SendEndLink(const QString& result) {
     staff_.ReadRunningStaffCode();
     context_.EndLinkInfo = result;
     const QString now = items::StampText(clock_.Now());
-    data_.ExecuteConfig(LinkRowStatement(context_, {context_.CallerProgramId, programId_, context_.StartLinkKey},
-                                         kEndMessage, now, now, result));
+    const bool sent = data_.ExecuteConfig(LinkRowStatement(
+        context_, {context_.CallerProgramId, programId_, context_.StartLinkKey}, kEndMessage, now, now, result));
     environment_.DB_CLOSEOPEN();
+    return sent;
 }
 
 }  // namespace suite

@@ -28,8 +28,8 @@ class LinkMessages {
     /// the message was sent, in the same form; empty without one.
     QString ReceiveStartLink(const QString& tail, const QString& earliest);
 
-    /// Answers the caller with a result text, which may be empty.
-    void SendEndLink(const QString& result);
+    /// Answers the caller with a result text, which may be empty. False when the answer couldn't be stored.
+    bool SendEndLink(const QString& result);
 
   private:
     session::SessionContext& context_;

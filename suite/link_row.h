@@ -13,7 +13,7 @@ inline const QString kEndMessage = QStringLiteral("99");
 /// One exchange between two programs. Both its messages keep its direction: the sender is the one that asked.
 struct LinkExchange {
     QString sender, receiver;  ///< program identifiers
-    QString key;               ///< the receiver's command-line tail without blanks at its end
+    QString key;               ///< the receiver's command-line tail without the blanks at its ends
 };
 
 /// The INSERT of a message. `kind` is kStartMessage or kEndMessage, `sent` and `deadline` "yyyymmdd hhnnss", `result`

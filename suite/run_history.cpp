@@ -12,8 +12,9 @@ void RunHistory::WriteRow(const QString& summary) {
     const QString counter =
         QStringLiteral("%1").arg(static_cast<qint64>(context_.RunCounter), 12, 10, QLatin1Char('0'));
     const QString values =
-        QStringList{items::StampText(clock_.Now()), session::kProgramId,       counter,        summary,
-                    context_.OperatingSiteCode,     context_.RunningStaffCode, context_.UserId}
+        QStringList{
+            items::StampText(clock_.Now()), session::kProgramId,           counter, summary, context_.OperatingSiteCode,
+            context_.RunningStaffCode,      EscapeSqlText(context_.UserId)}
             .join(QStringLiteral("', '"));
     const QString sql = QStringLiteral(
                             "INSERT INTO プログラム稼動履歴 (実行日付,プログラムID,proccounter,摘要,"

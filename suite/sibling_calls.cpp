@@ -1,6 +1,9 @@
 #include "suite/sibling_calls.h"
 
+#include <QElapsedTimer>
+
 #include "items/display_forms.h"
+#include "items/text_rules.h"
 
 namespace suite {
 
@@ -8,16 +11,13 @@ namespace {
 
 constexpr int kSettleMilliseconds = 100;
 constexpr int kPaceMilliseconds = 20;
-
-QString WithoutTrailingBlanks(QString text) {
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text;
-}
+/// How long the answer of a program that has ended may take: it may have handed over to another one, or lie in a store
+/// that is slow to show it.
+constexpr int kAfterEndMilliseconds = 5000;
 
 /// The key is stored without the blanks that the receiver's command line loses too.
 LinkExchange ExchangeWith(const QString& receiver, const QString& information) {
-    return {session::kProgramId, receiver, WithoutTrailingBlanks(information)};
+    return {session::kProgramId, receiver, items::WithoutBlanks(information)};
 }
 
 QString KeyCondition(const LinkExchange& exchange, const QString& kind) {
@@ -64,26 +64,69 @@ bool SiblingCalls::TakeReply(const LinkExchange& exchange, const QString& since,
     return true;
 }
 
-QString SiblingCalls::WaitForEndLink(screen::Form& mainForm, const QString& receiver, const QString& information,
-                                     const QString& since) {
+/// The way out of a wait, which opens when the program that is waited for has ended without a word.
+class SiblingCalls::WayOut {
+  public:
+    WayOut(screen::ScreenHost& host, screen::Form& form, const QString& receiver,
+           const platform::StartedProgram& program)
+        : host_(host), form_(form), receiver_(receiver), program_(program) {}
+    ~WayOut() { form_.onEscapeDisabled = nullptr; }
+    WayOut(const WayOut&) = delete;
+    WayOut& operator=(const WayOut&) = delete;
+
+    /// Opens it when it is time. The client's clock may stand still, or be set; this goes by the machine's own.
+    void Look() {
+        if (form_.onEscapeDisabled || program_.Lives()) return;
+        if (!sinceEnd_.isValid()) sinceEnd_.start();
+        if (!sinceEnd_.hasExpired(kAfterEndMilliseconds)) return;
+        host_.SetWaiting(receiver_, true);
+        form_.onEscapeDisabled = [this] {
+            taken_ = true;
+            host_.SetWaiting(QString());
+        };
+    }
+    bool Taken() const { return taken_; }
+
+  private:
+    screen::ScreenHost& host_;
+    screen::Form& form_;
+    QString receiver_;
+    const platform::StartedProgram& program_;
+    QElapsedTimer sinceEnd_;
+    bool taken_ = false;
+};
+
+std::optional<QString> SiblingCalls::WaitForEndLink(screen::Form& mainForm, const QString& receiver,
+                                                    const QString& information, const QString& since,
+                                                    const QString& sent, const platform::StartedProgram& program) {
     const LinkExchange exchange = ExchangeWith(receiver, information);
     context_.LinkWaitActive = true;
     host_.SetWaiting(receiver);
+    WayOut wayOut(host_, mainForm, receiver, program);
     QString reply;
+    bool answered = false;
     // Each look is at the store as it is now: another process's row may hide behind an open connection. Opening it
     // fifty times a second for nothing would keep the machine warm.
-    while (!host_.Ended()) {
-        if (environment_.ConfigStoreMayHaveChanged() && environment_.DB_CLOSEOPEN(kPaceMilliseconds) &&
-            TakeReply(exchange, since, reply))
-            break;
+    while (!answered && !wayOut.Taken() && !host_.Ended()) {
+        answered = environment_.ConfigStoreMayHaveChanged() && environment_.DB_CLOSEOPEN(kPaceMilliseconds) &&
+                   TakeReply(exchange, since, reply);
+        if (answered) break;
+        wayOut.Look();
         host_.Sleep(kPaceMilliseconds);
         host_.ProcessEvents();
     }
-    context_.EndLinkInfo = reply;
+    // The looks had no time to wait for a lock; what comes behind them has. The answer may have come with the key.
+    if (!answered) environment_.DB_CLOSEOPEN();
+    answered = answered || (wayOut.Taken() && TakeReply(exchange, since, reply));
     context_.LinkWaitActive = false;
-    mainForm.SetEnabled(true);
     host_.SetWaiting(QString());
-    return reply;
+    if (answered) {
+        context_.EndLinkInfo = reply;
+        mainForm.SetEnabled(true);
+        return reply;
+    }
+    if (wayOut.Taken()) TakeBackStartLink(mainForm, receiver, information, sent);
+    return std::nullopt;
 }
 
 }  // namespace suite

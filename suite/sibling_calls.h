@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "identity/staff_identity.h"
 #include "platform/clock.h"
+#include "platform/program_starter.h"
 #include "screen/form.h"
 #include "screen/screen_host.h"
 #include "session/environment.h"
@@ -32,10 +34,16 @@ class SiblingCalls {
     /// Waits until an answer not older than `since` ("yyyymmdd hhnnss") is there, takes it and enables `mainForm`.
     /// Gives its text, which stays in EndLinkInfo too. It waits as long as it takes: LinkWaitActive and the host tell
     /// that it does. Events are let through meanwhile; a store that is locked or away is looked at again.
-    QString WaitForEndLink(screen::Form& mainForm, const QString& receiver, const QString& information,
-                           const QString& since);
+    /// When `program` has ended and said nothing for five seconds more, the host tells so, and Escape on `mainForm`
+    /// leaves the wait; another process may still answer for it until then. Nothing when the wait was left so, or the
+    /// client ended; the start message of the moment `sent` is taken back in the first case.
+    std::optional<QString> WaitForEndLink(screen::Form& mainForm, const QString& receiver, const QString& information,
+                                          const QString& since, const QString& sent,
+                                          const platform::StartedProgram& program);
 
   private:
+    class WayOut;
+
     bool TakeReply(const LinkExchange& exchange, const QString& since, QString& reply);
 
     session::SessionContext& context_;

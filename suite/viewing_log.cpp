@@ -53,7 +53,7 @@ QString ViewingLog::RowStatement(const Viewed& viewed, const QString& baseDate, 
     insert.Quoted("閲覧日付", items::DateText(clock_.Now()));
     insert.Quoted("閲覧時刻", items::ViewingTimeText(clock_.Now()));
     insert.Quoted("担当者コード", context_.RunningStaffCode);
-    insert.Quoted("担当者名", context_.RunningStaffName);
+    insert.Escaped("担当者名", context_.RunningStaffName);
     insert.Quoted("閲覧情報", viewed.information);
     insert.Quoted("伝票事業所コード", viewed.documentSite);
     insert.Quoted("伝票番号基準日付", viewed.documentBaseDate);

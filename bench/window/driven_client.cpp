@@ -8,7 +8,14 @@ namespace {
 /// Starts nothing, so that an answer never comes.
 class NoStarter : public platform::ProgramStarter {
   public:
-    bool Start(const QString&, const QString&) override { return true; }
+    std::unique_ptr<platform::StartedProgram> Start(const QString&, const QString&) override {
+        return std::make_unique<Program>();
+    }
+
+  private:
+    class Program : public platform::StartedProgram {
+        bool Lives() const override { return true; }
+    };
 };
 
 }  // namespace

@@ -2,8 +2,9 @@
 
 namespace drive {
 
-DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside)
-    : WindowHost(QString()), hands_(*this), loop_(*this, clock, outside) {
+DrivenWindowHost::DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside,
+                                   const platform::EndSignals& endSignals)
+    : WindowHost(QString()), hands_(*this), loop_(*this, clock, outside, endSignals) {
     loop_.SetHands(hands_);
 }
 

@@ -9,7 +9,7 @@ namespace drive {
 /// A host with real windows whose input comes from commands: every wait takes the next ones.
 class DrivenWindowHost : public desktop::WindowHost {
   public:
-    DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside);
+    DrivenWindowHost(platform::FixedClock* clock, const OutsideRecord& outside, const platform::EndSignals& endSignals);
 
     /// The same display whatever the real one is, so that the answers don't hang on the machine.
     QSize DisplaySize() const override { return {1920, 1080}; }

@@ -1,18 +1,20 @@
 #include "session/run/command_line.h"
 
+#include "items/text_rules.h"
+
 namespace session {
 
 void ReadCommandLine(SessionContext& context, const QString& tail) {
     context.SlotKeyGiven = false;
     context.NewSlotMode = true;
     if (tail.isEmpty()) return;
-    context.SiteCode = tail.mid(0, 3);
-    context.SlotDate = tail.mid(3, 8);
-    context.StartTime = tail.mid(11, 5);
-    context.EndTime = tail.mid(16, 5);
-    context.StaffCode = tail.mid(21, 5);
+    context.SiteCode = items::Piece(tail, 0, 3);
+    context.SlotDate = items::Piece(tail, 3, 8);
+    context.StartTime = items::Piece(tail, 11, 5);
+    context.EndTime = items::Piece(tail, 16, 5);
+    context.StaffCode = items::Piece(tail, 21, 5);
     for (const QString* part : {&context.SiteCode, &context.SlotDate, &context.StartTime, &context.EndTime}) {
-        if (!part->trimmed().isEmpty()) continue;
+        if (!items::WithoutBlanks(*part).isEmpty()) continue;
         context.SlotDate = context.SlotYear + context.SlotMonth + context.SlotDay;
         return;
     }

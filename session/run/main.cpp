@@ -88,12 +88,15 @@ void Client::TakePrecautions() {
 }
 
 void Client::Run() {
-    if (!Start()) return;
-    modules_.outside.host.Show(modules_.diary.form);
-    if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
-    if (!modules_.outside.host.Ended()) TakePrecautions();
-    if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
-    modules_.outside.host.Run();
+    if (Start()) {
+        modules_.outside.host.Show(modules_.diary.form);
+        if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
+        if (!modules_.outside.host.Ended()) TakePrecautions();
+        if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
+        modules_.outside.host.Run();
+    }
+    // Not closed yet, the program was ended by the machine: what was typed lies where the next start finds it.
+    modules_.frame.CloseSession();
 }
 
 }  // namespace

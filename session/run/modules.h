@@ -21,7 +21,7 @@ struct Modules {
     DataAccess data{context, history};
     Environment environment{context, data, history, outside.host, outside.names};
     identity::StaffIdentity staff{context, data, outside.host};
-    identity::PinDialog pinDialog{context, data, staff, outside.host, outside.clock};
+    identity::PinDialog pinDialog{context, data, staff, outside.host, outside.clock, history};
     identity::Permissions permissions{context, data, staff, pinDialog, outside.host};
     identity::CompanyLoader company{context, data};
     numbers::NumberSeries series{context, data, outside.host, outside.clock};

@@ -1,5 +1,7 @@
 #include "session/run/session_frame.h"
 
+#include <utility>
+
 #include "items/display_forms.h"
 
 namespace session {
@@ -53,8 +55,11 @@ bool SessionFrame::DB_OPEN() {
 }
 
 void SessionFrame::CloseSession() {
-    if (!context_.StartLinkKey.isEmpty()) links_.SendEndLink(context_.EndLinkInfo);
+    if (std::exchange(closed_, true)) return;
+    const bool owed = !context_.StartLinkKey.isEmpty() && !links_.SendEndLink(context_.EndLinkInfo);
     history_.WriteEndHistory();
+    // The caller waits for as long as it takes: an answer that met a locked store gets another chance.
+    if (owed) links_.SendEndLink(context_.EndLinkInfo);
     if (context_.ConfigConnection) context_.ConfigConnection->Close();
     if (context_.MainConnection) context_.MainConnection->Close();
     context_.ConfigConnection.reset();

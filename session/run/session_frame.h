@@ -1,6 +1,7 @@
 #pragma once
 
 #include "identity/company_loader.h"
+#include "items/text_rules.h"
 #include "session/environment.h"
 #include "session/run/outside.h"
 #include "suite/link_messages.h"
@@ -25,14 +26,15 @@ class SessionFrame {
     /// stands. After a damaged environment the session is already closed and the program ended.
     bool OpenSession();
 
-    /// Answers a caller, writes the end row, closes both connections. The program ends right after it.
+    /// Answers a caller, writes the end row, closes both connections. The program ends right after it. Only the first
+    /// call does anything.
     void CloseSession();
 
     /// A name of the main database, the same for all who use it.
     QString DatabaseName() { return store::StoreName(MainConnectionString(), context_.InstallRoot); }
 
-    /// The command-line tail without blanks at its ends.
-    QString Tail() const { return outside_.commandLineTail.trimmed(); }
+    /// The command-line tail without the blanks at its ends.
+    QString Tail() const { return items::WithoutBlanks(outside_.commandLineTail); }
 
   private:
     bool DB_OPEN();
@@ -46,6 +48,7 @@ class SessionFrame {
     suite::LinkMessages& links_;
     identity::StaffIdentity& staff_;
     const Outside& outside_;
+    bool closed_ = false;
 };
 
 }  // namespace session

@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QWheelEvent>
 #include <QtTest/QTest>
+#include <csignal>
 
 #include "desktop/window_host.h"
 #include "drive/window/window_hands.h"
@@ -295,4 +296,13 @@ TEST(DiaryWindow, DoesWithoutItemsThatAFormLacks) {
     form.FocusFirst();
     EXPECT_EQ(drive::WindowHands(host).DrawnDifference(form).toStdString(), "");
     host.Unload(form);
+}
+
+TEST_F(Window, ASignalEndsTheProgramBehindAQuestionAndAnswersNothing) {
+    const platform::EndSignals endSignals;
+    desktop::WindowHost ended;
+    ended.EndBy(endSignals);
+    QTimer::singleShot(0, [] { std::raise(SIGTERM); });
+    EXPECT_EQ(ended.Ask({"", "終了しますか？", {Button::Yes, Button::No}, Button::Yes}), Button::No);
+    EXPECT_TRUE(ended.Ended());
 }

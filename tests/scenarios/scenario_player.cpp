@@ -4,9 +4,12 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <QThread>
+#include <csignal>
 #include <future>
 
 #include "setup/command_line.h"
@@ -102,6 +105,28 @@ void ScenarioPlayer::Command(const QString& client, const QJsonObject& command) 
         << "no answer; error output: " << driver->second->ErrorOutput().toStdString();
 }
 
+void ScenarioPlayer::AskUntil(const QString& client, const QJsonValue& wanted) {
+    // The two hosts need not ask the same number of times; their answers are compared.
+    const std::size_t before = answers_.size();
+    QElapsedTimer timer;
+    QString missing;
+    timer.start();
+    do {
+        answers_.resize(before);
+        Command(client, {{"do", "state"}});
+        missing = Difference(wanted, answers_.back());
+        QThread::msleep(20);
+    } while (!missing.isEmpty() && !timer.hasExpired(30'000));
+    EXPECT_EQ(missing.toStdString(), "");
+}
+
+void ScenarioPlayer::EndBySignal(const QString& client, const QString& signal) {
+    static const QHash<QString, int> kSignals{{"TERM", SIGTERM}, {"HUP", SIGHUP}, {"INT", SIGINT}};
+    ASSERT_TRUE(kSignals.contains(signal));
+    answers_.push_back(drivers_.at(client)->EndBy(kSignals[signal]));
+    ASSERT_FALSE(answers_.back().isEmpty()) << "it didn't end in order";
+}
+
 void ScenarioPlayer::Enter(const QString& client, const QJsonArray& gestures) {
     for (const QJsonValue& gesture : gestures) {
         const QStringList item = gesture[0].toString().split(u':');
@@ -177,6 +202,10 @@ void ScenarioPlayer::PlayLine(const QJsonObject& line) {
         Start(client, line["start"].toObject());
     } else if (line.contains("kill")) {
         drivers_.erase(client);
+    } else if (line.contains("until")) {
+        AskUntil(client, line["until"]);
+    } else if (line.contains("signal")) {
+        EndBySignal(client, line["signal"].toString());
     } else if (line.contains("lock")) {
         Lock(line["lock"].toString(), line["milliseconds"].toInt());
     } else if (line.contains("server")) {

@@ -29,11 +29,13 @@ namespace scenario {
 ///                                              member of an array
 ///   {"expect":{…}}                             what the last answer must hold, at least
 ///   {"select":SQL,"store":…,"rows":[[…]]}      what must be stored
+///   {"until":{…}}                              "state" is asked until its answer holds this, for half a minute
 ///   {"kill":true}                              the client is killed
+///   {"signal":"TERM"|"HUP"|"INT"}              the machine ends the client; its last words are the answer
 ///
 /// A command must be carried out ("ok":true), unless the next line expects its refusal. "as":NAME beside start, do,
-/// enter, expect and kill names a further client on the same tree. A value of an expect or a row that is the text "~"
-/// stands for any value, "~TEXT" for a text that holds TEXT.
+/// enter, until, expect, kill and signal names a further client on the same tree. A value of an expect or a row that is
+/// the text "~" stands for any value, "~TEXT" for a text that holds TEXT.
 class ScenarioPlayer {
   public:
     /// `engine` is "sqlite", "server", or "odbc" for the server through its ODBC driver.
@@ -50,6 +52,8 @@ class ScenarioPlayer {
     void PlayLine(const QJsonObject& line);
     void Start(const QString& client, const QJsonObject& with);
     void Command(const QString& client, const QJsonObject& command);
+    void AskUntil(const QString& client, const QJsonValue& wanted);
+    void EndBySignal(const QString& client, const QString& signal);
     void Enter(const QString& client, const QJsonArray& gestures);
     void Lock(const QString& store, int milliseconds);
     void RunSetup(const QJsonArray& words) const;

@@ -157,5 +157,29 @@ TEST(Bulk, WritesWhatTheConnectionReads) {
     EXPECT_EQ(db.Rows("PRAGMA journal_mode"), "delete");
 }
 
+TEST(Open, AStoreThatIsReplacedOrRemovedIsNoticedByTheNextStatement) {
+    OpenStore store;
+    store.Do("CREATE TABLE a (x TEXT)");
+    store.Do("INSERT INTO a VALUES ('old')");
+    EXPECT_EQ(store.Rows("PRAGMA synchronous"), "3") << "a commit outlives a power cut";
+    // A backup is put back by renaming.
+    const QString kept = store.Path() + ".kept", removed = store.Path() + ".removed";
+    ASSERT_TRUE(QFile::copy(store.Path(), kept));
+    ASSERT_TRUE(QFile::rename(store.Path(), removed) && QFile::rename(kept, store.Path()));
+    store.Do("INSERT INTO a VALUES ('new')");
+    EXPECT_EQ(store.Rows("PRAGMA synchronous"), "3");
+    Fault fault;
+    const auto seen = store.Another()->Query("SELECT COUNT(*) AS n FROM a", fault);
+    ASSERT_TRUE(seen) << fault.description.toStdString();
+    EXPECT_EQ(seen->Value("n"), "2") << "written into the file that lies there";
+
+    ASSERT_TRUE(QFile::remove(store.Path()));
+    EXPECT_FALSE(store->Execute("INSERT INTO a VALUES ('lost')", fault));
+    EXPECT_EQ(fault.kind, FaultKind::Away);
+    EXPECT_FALSE(QFile::exists(store.Path()));
+    ASSERT_TRUE(QFile::rename(removed, store.Path()));
+    EXPECT_EQ(store.Rows("SELECT x FROM a"), "old");
+}
+
 }  // namespace
 }  // namespace store
