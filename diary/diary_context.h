@@ -4,7 +4,7 @@
 #include <array>
 #include <functional>
 
-#include "attachments/attachment_store.h"
+#include "attachments/paper_carrier.h"
 #include "diary/activity_slot.h"
 #include "identity/company_loader.h"
 #include "identity/permissions.h"
@@ -38,7 +38,7 @@ struct ScreenState {
     int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
     /// Message of the last lookup.
     QString NoticeText;
-    /// Whose attachments the list holds.
+    /// The key on the screen when the list of attachments was filled.
     QString ListedSlot;
     screen::Control* LastLeftControl = nullptr;
     /// Where the focus returns to after a command.
@@ -78,6 +78,7 @@ struct DiaryContext {
     /// added one. The screen lies above this layer, so whoever puts the client together gives it in.
     std::function<void()> showMoveScreen = [] {};
 
+    attachments::PaperCarrier papers{attachments, typedFile};
     screen::Form form{QStringLiteral("frm活動手帳")};
     screen::ResultLine result{form};
     lists::ListWindows lists{{session, data, host, pick, form, clock}};

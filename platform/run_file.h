@@ -47,6 +47,8 @@ class RunFile {
 
     /// The folder of this user's unfinished work; it is made when something is first written.
     const QString& Folder() const { return folder_; }
+    /// Tells whose work is unfinished.
+    const InstanceGuard& Runs() const { return runs_; }
 
     struct Leftover {
         QString path;

@@ -1,5 +1,6 @@
 #include "session/run/main.h"
 
+#include "diary/slot_papers.h"
 #include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
@@ -80,6 +81,7 @@ void Client::Run() {
     if (!Start()) return;
     modules_.outside.host.Show(modules_.diary.form);
     if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
+    if (!modules_.outside.host.Ended()) diary::FinishPapers(modules_.diary);
     if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
     modules_.outside.host.Run();
 }
