@@ -1,9 +1,11 @@
 #include "setup/check_papers.h"
 
+#include <QDateTime>
 #include <QDirIterator>
 #include <QSet>
 
 #include "attachments/attachment_store.h"
+#include "platform/clock.h"
 #include "session/schema.h"
 #include "setup/table_rows.h"
 #include "setup/tree_files.h"
@@ -57,12 +59,15 @@ QStringList StrandedPapers(const Tree& tree, store::Connection& main) {
     }
     if (!reader.Problem().isEmpty()) return {};
     QStringList stranded, withoutRow;
+    const QDateTime yesterday = platform::SystemClock().Now().addDays(-1);
     const QString folder = DocumentFolderOf(tree, main);
     for (QDirIterator entries(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
          !folder.isEmpty() && entries.hasNext();) {
         entries.next();
         const QString name = entries.fileName();
-        if (name.startsWith(session::kProgramId + "_") && !named.contains(name)) withoutRow << name;
+        // What a client copies just now bears such a name too.
+        const bool brokenOff = name.startsWith(".katsudo-") && entries.fileInfo().lastModified() < yesterday;
+        if (brokenOff || (name.startsWith(session::kProgramId + "_") && !named.contains(name))) withoutRow << name;
     }
     if (!withoutSlot.isEmpty()) stranded << Told("%1 rows of M付属書類 have a slot that is gone", withoutSlot);
     if (!withoutRow.isEmpty()) stranded << Told("%1 copies in the document folder have no row", withoutRow);

@@ -97,15 +97,17 @@ TEST(Check, TellsPapersThatBelongToNothing) {
         "'C:\\机\\見積.txt'), ('活動手帳', '202611201000103000001', '001', '/x/図面'), ('他', '1', '001', 'y')");
     for (const QString name :
          {"活動手帳_202611201000243000001_001_見積.txt", "活動手帳_202611201000243000001_002_見積.txt",
-          "活動手帳_202611201000103000001_001_図面", "他_1_001_y", ".katsudo-0123"}) {
+          "活動手帳_202611201000103000001_001_図面", "他_1_001_y", ".katsudo-0123", ".katsudo-4567"}) {
         QFile file(made.tree.Folder("documents/" + name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        if (name == ".katsudo-4567")
+            file.setFileTime(QDateTime(QDate(2026, 1, 1), QTime(9, 0)), QFileDevice::FileModificationTime);
     }
     const TreeReport report = CheckTree(made.tree);
     EXPECT_EQ(report.wrong, QStringList{});
     EXPECT_EQ(report.stranded,
               (QStringList{"1 rows of M付属書類 have a slot that is gone: 活動手帳_202611201000103000001_001_図面.",
-                           "1 copies in the document folder have no row: "
+                           "2 copies in the document folder have no row: .katsudo-4567, "
                            "活動手帳_202611201000243000001_002_見積.txt."}));
 }
 
