@@ -166,6 +166,15 @@ bool PaperCarrier::MoveRows(Carry& carry) {
     return true;
 }
 
+bool PaperCarrier::HasCopies(const Carry& carry) const {
+    if (carry.numbers.empty()) return false;
+    for (const QString& identity : {carry.from, carry.to})
+        for (const Attachment& paper :
+             store_.ReadUntold(carry.information, identity).value_or(std::vector<Attachment>()))
+            if (HasCopy(paper)) return true;
+    return false;
+}
+
 FileFault PaperCarrier::FaultOfPlace() const {
     return platform::FaultOfTarget(store_.DocumentFolder(), {});
 }
@@ -194,13 +203,14 @@ void PaperCarrier::MovePapers(Carry& carry, Outcome& outcome) {
         // The first paper may have come since it was planned.
         if (const auto now = Plan(carry.kind, carry.information, carry.from, carry.to)) carry.numbers = now->numbers;
     }
+    // A row whose copy can't follow stays with it.
+    if (HasCopies(carry)) outcome.files.fault = FaultOfPlace();
+    if (outcome.files.fault != FileFault::None) return;
     outcome.stored = MoveRows(carry);
     if (!outcome.stored || carry.numbers.empty()) return;
     const auto moved = store_.ReadUntold(carry.information, carry.to);
     outcome.stored = moved.has_value();
-    if (!moved || std::none_of(moved->begin(), moved->end(), HasCopy)) return;
-    outcome.files.fault = FaultOfPlace();
-    if (outcome.files.fault != FileFault::None) return;
+    if (!moved) return;
     for (const Attachment& paper : *moved)
         Join(outcome.files, {MoveCopy(paper, carry)});
 }

@@ -51,6 +51,7 @@ class PaperCarrier {
     QString NewFile();
     void NumberBehind(Carry& carry, const std::vector<Attachment>& papers);
     bool MoveRows(Carry& carry);
+    bool HasCopies(const Carry& carry) const;
     /// Where the folder is away a copy that can't be seen isn't one that never was.
     platform::FileFault FaultOfPlace() const;
     platform::FileFault MoveCopy(const Attachment& moved, const Carry& carry) const;

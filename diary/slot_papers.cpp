@@ -1,5 +1,7 @@
 #include "diary/slot_papers.h"
 
+#include <algorithm>
+
 #include "attachments/copy_dialog.h"
 #include "diary/attachment_page.h"
 #include "diary/slot_statements.h"
@@ -98,6 +100,12 @@ std::optional<QString> PaperIdentity(DiaryContext& diary) {
 
 QString WriteWithPapers(DiaryContext& diary, Carry::Kind kind, const QString& from, const QString& to,
                         const std::function<bool()>& write) {
+    // What didn't come as far as this slot yet would be left on the way.
+    for (Carry& earlier : diary.papers.Unfinished()) {
+        if (earlier.to != from) continue;
+        Settle(diary, earlier);
+        if (!earlier.file.isEmpty()) return WordsOfFolder(FileFault::NoFolder);
+    }
     auto carry = diary.papers.Plan(kind, kProgramId, from, to);
     if (!carry) return QStringLiteral("付属書類を読めません");
     if (const FileFault fault = diary.papers.FaultOfFolder(*carry); fault != FileFault::None)
@@ -118,13 +126,15 @@ std::vector<Carry> NotePapersOfReplaced(DiaryContext& diary) {
     if (!key.NewSlotMode)
         for (const QString& end : StoredEnds(diary, key.StaffCode, key.SlotDate, key.StartTime))
             replaced << SlotIdentity(key.SlotDate, key.StartTime, end, key.StaffCode);
-    // Of an earlier save only the deletion came through: this one stores that slot again.
+    // Of an earlier save only the deletion came through, or the papers couldn't follow: this one takes them.
     std::vector<Carry> earlier;
-    for (Carry& carry : diary.papers.Unfinished())
-        if (carry.kind == Carry::Kind::Replace && IdentityParts(carry.from).SameStart(IdentityParts(to)))
-            earlier.push_back(carry);
-    for (const Carry& carry : earlier)
+    for (Carry& carry : diary.papers.Unfinished()) {
+        if (!IdentityParts(carry.to).SameStart(IdentityParts(to))) continue;
+        Settle(diary, carry);
+        if (carry.file.isEmpty() || carry.kind != Carry::Kind::Replace) continue;
         replaced << carry.from;
+        earlier.push_back(carry);
+    }
     replaced.removeDuplicates();
     replaced.removeAll(to);
     std::vector<Carry> carries;
@@ -134,8 +144,11 @@ std::vector<Carry> NotePapersOfReplaced(DiaryContext& diary) {
         WriteDown(diary, *carry);
         carries.push_back(std::move(*carry));
     }
-    for (Carry& carry : earlier)
-        diary.papers.Drop(carry);
+    for (Carry& carry : earlier) {
+        const bool taken = std::any_of(carries.begin(), carries.end(),
+                                       [&carry](const Carry& other) { return other.from == carry.from; });
+        if (taken || carry.from == to) diary.papers.Drop(carry);
+    }
     return carries;
 }
 
