@@ -1,6 +1,7 @@
 #include "attachments/attachment_store.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <algorithm>
 
 #include "items/display_forms.h"
@@ -63,13 +64,6 @@ QString BaseName(const QString& path) {
     return path.right(last - path.rbegin());
 }
 
-/// Name of the copy in the document folder.
-QString ComposedName(const Attachment& attachment) {
-    return QStringList{attachment.information, attachment.identity, attachment.sequence,
-                       BaseName(attachment.documentName)}
-        .join(u'_');
-}
-
 QString WordsOf(FileFault fault) {
     switch (fault) {
         case FileFault::None:
@@ -94,16 +88,12 @@ QString WordsOf(FileFault fault) {
             return QStringLiteral("書類の名前が長すぎるか、使用できない文字があります。");
         case FileFault::WrongKind:
             return QStringLiteral("ファイルまたはフォルダではありません。");
+        case FileFault::Changed:
+            return QStringLiteral("書類がコピー中に変わりました。");
         case FileFault::Other:
             break;
     }
     return QStringLiteral("書類を処理できませんでした。");
-}
-
-/// Several documents are told by the worst that befell one of them: the first fault, and all that was left out.
-void Join(CopyOutcome& whole, const CopyOutcome& part) {
-    if (whole.fault == FileFault::None) whole.fault = part.fault;
-    whole.leftOut += part.leftOut;
 }
 
 }  // namespace
@@ -111,6 +101,20 @@ void Join(CopyOutcome& whole, const CopyOutcome& part) {
 QString SlotIdentity(const QString& date, const QString& start, const QString& end, const QString& staff) {
     QString identity = date + start + end + staff;
     return identity.remove(u':');
+}
+
+QString CopyName(const Attachment& attachment) {
+    return QStringList{attachment.information, attachment.identity, attachment.sequence,
+                       BaseName(attachment.documentName)}
+        .join(u'_');
+}
+
+bool HasCopy(const Attachment& attachment) {
+    return std::any_of(attachment.documentName.begin(), attachment.documentName.end(), IsSeparator);
+}
+
+QString SequenceText(int number) {
+    return QString::number(number).rightJustified(kSequenceWidth, u'0');
 }
 
 QString OutcomeNotice(const Outcome& outcome) {
@@ -149,7 +153,7 @@ QString AttachmentStore::NextSequence(const QString& information, const QString&
     if (data_.OpenMainRecordset(
             row, "SELECT SEQNo FROM M付属書類" + OwnerCondition(information, identity) + " ORDER BY SEQNo DESC"))
         session::TakeColumn(*row, QStringLiteral("SEQNo"), last);
-    return QString::number(last + 1).rightJustified(kSequenceWidth, u'0');
+    return SequenceText(last + 1);
 }
 
 QString AttachmentStore::InsertStatement(const Attachment& row, const Columns& columns) const {
@@ -182,7 +186,7 @@ Outcome AttachmentStore::AddAttachment(const QString& information, const QString
     const Attachment row{information, identity, NextSequence(information, identity), documentName, {}};
     Outcome outcome;
     outcome.stored = data_.ExecuteMain(InsertStatement(row, columns));
-    if (!outcome.stored || std::none_of(documentName.begin(), documentName.end(), IsSeparator)) return outcome;
+    if (!outcome.stored || !HasCopy(row)) return outcome;
     outcome.files = CopyDocument(source, row, progress);
     if (outcome.files.fault == FileFault::Cancelled) DeleteAttachment(information, identity, row.sequence);
     return outcome;
@@ -192,30 +196,30 @@ bool AttachmentStore::DeleteAttachment(const QString& information, const QString
     return data_.ExecuteMain("DELETE FROM M付属書類" + RowCondition(information, identity, sequence));
 }
 
-Outcome AttachmentStore::RekeyAttachments(const QString& information, const QString& oldIdentity,
-                                          const QString& newIdentity) {
-    Outcome outcome;
-    outcome.stored = data_.ExecuteMain("UPDATE M付属書類 SET 情報識別ID = '" + newIdentity + "'" +
-                                       OwnerCondition(information, oldIdentity));
-    if (!outcome.stored || oldIdentity == newIdentity) return outcome;
-    for (const Attachment& moved : Attachments(information, newIdentity)) {
-        Attachment before = moved;
-        before.identity = oldIdentity;
-        const QString from = AttachmentFileName(before), to = AttachmentFileName(moved);
-        FileFault fault = platform::MoveWhole(from, to);
-        // Without a copy there is nothing to rename; one that is open elsewhere can still be copied.
-        if (fault == FileFault::Missing) continue;
-        if (fault == FileFault::InUse || fault == FileFault::NoAccess) fault = platform::CopyWhole(from, to).fault;
-        Join(outcome.files, {fault});
-    }
-    return outcome;
+bool AttachmentStore::RekeyAttachments(const QString& information, const QString& oldIdentity,
+                                       const QString& newIdentity) {
+    return data_.ExecuteMain("UPDATE M付属書類 SET 情報識別ID = '" + newIdentity + "'" +
+                             OwnerCondition(information, oldIdentity));
 }
 
-bool AttachmentStore::InsertCopy(const store::Recordset& row, const QString& newIdentity) {
+bool AttachmentStore::RekeyAttachment(const Attachment& attachment, const QString& newIdentity,
+                                      const QString& newSequence) {
+    return data_.ExecuteMain("UPDATE M付属書類 SET 情報識別ID = '" + newIdentity + "', SEQNo = '" + newSequence + "'" +
+                             RowCondition(attachment.information, attachment.identity, attachment.sequence));
+}
+
+bool AttachmentStore::CopyRow(const Attachment& attachment, const QString& newIdentity, const QString& newSequence) {
+    std::unique_ptr<store::Recordset> row;
+    if (!data_.OpenMainRecordset(row,
+                                 "SELECT  * FROM M付属書類" +
+                                     RowCondition(attachment.information, attachment.identity, attachment.sequence)))
+        return false;
     session::InsertBuilder insert(QStringLiteral("M付属書類"));
     for (const Column& column : kColumns) {
         const QString name = QString::fromUtf8(column.name);
-        const QString text = name == QStringLiteral("情報識別ID") ? newIdentity : TextOf(row, name);
+        const QString text = name == QStringLiteral("情報識別ID") ? newIdentity
+                             : name == QStringLiteral("SEQNo")    ? newSequence
+                                                                  : TextOf(*row, name);
         if (name == kAmount)
             insert.Bare(name, QString::number(items::Val(text), 'f', 0));
         else if (column.freeText)
@@ -226,37 +230,35 @@ bool AttachmentStore::InsertCopy(const store::Recordset& row, const QString& new
     return data_.ExecuteMain(insert.Statement());
 }
 
-Outcome AttachmentStore::CopyAttachments(const QString& information, const QString& oldIdentity,
-                                         const QString& newIdentity, const platform::CopyProgress& progress) {
-    Outcome outcome;
-    std::unique_ptr<store::Recordset> row;
-    data_.OpenMainRecordset(row,
-                            "SELECT  * FROM M付属書類" + OwnerCondition(information, oldIdentity) + " ORDER BY SEQNo");
-    for (; !row->Eof(); row->MoveNext()) {
-        if (!InsertCopy(*row, newIdentity)) {
-            outcome.stored = false;
-            continue;
-        }
-        const Attachment from = TakeAttachment(*row);
-        Attachment to = from;
-        to.identity = newIdentity;
-        const QString document = AttachmentFileName(from);
-        // One that was never copied, or is gone, is listed by its row alone, here as there.
-        if (platform::LookAt(document).kind == FileLook::Kind::Nothing) continue;
-        const CopyOutcome copied = CopyDocument(document, to, progress);
-        Join(outcome.files, copied);
-        if (copied.fault != FileFault::Cancelled) continue;
-        DeleteAttachment(information, newIdentity, to.sequence);
-        break;
+std::optional<std::vector<Attachment>> AttachmentStore::ReadUntold(const QString& information,
+                                                                   const QString& identity) {
+    const auto row =
+        data_.ReadMainUntold("SELECT  * FROM M付属書類" + OwnerCondition(information, identity) + " ORDER BY SEQNo");
+    if (!row) return std::nullopt;
+    std::vector<Attachment> found;
+    for (; !row->Eof(); row->MoveNext())
+        found.push_back(TakeAttachment(*row));
+    return found;
+}
+
+int AttachmentStore::HighestNumber(const QString& information, const QString& identity) {
+    int highest = 0;
+    for (const Attachment& attachment : ReadUntold(information, identity).value_or(std::vector<Attachment>()))
+        highest = std::max(highest, attachment.sequence.toInt());
+    const QString before = information + "_" + identity + "_";
+    for (QDirIterator entries(DocumentFolder(), QDir::AllEntries | QDir::Hidden | QDir::System); entries.hasNext();) {
+        entries.next();
+        if (entries.fileName().startsWith(before))
+            highest = std::max(highest, entries.fileName().mid(before.size()).section(u'_', 0, 0).toInt());
     }
-    return outcome;
+    return highest;
 }
 
 CopyOutcome AttachmentStore::CopyDocument(const QString& from, const Attachment& to,
                                           const platform::CopyProgress& progress) const {
     const QString target = AttachmentFileName(to);
     if (target.isEmpty()) return {FileFault::NoFolder};
-    if (ComposedName(to).contains(u'/')) return {FileFault::NameRefused};
+    if (CopyName(to).contains(u'/')) return {FileFault::NameRefused};
     return platform::CopyWhole(from, target, progress);
 }
 
@@ -270,7 +272,7 @@ QString AttachmentStore::DocumentFolder() const {
 
 QString AttachmentStore::AttachmentFileName(const Attachment& attachment) const {
     const QString folder = DocumentFolder();
-    return folder.isEmpty() ? QString() : folder + QDir::separator() + ComposedName(attachment);
+    return folder.isEmpty() ? QString() : folder + QDir::separator() + CopyName(attachment);
 }
 
 RowInfo AttachmentStore::AttachmentRowInfo(const Attachment& attachment) const {

@@ -23,6 +23,13 @@ struct Attachment {
     QString title;
 };
 
+/// Name of its copy in the document folder.
+QString CopyName(const Attachment& attachment);
+/// True when it was taken from a place, so that there is to be a copy of it; a bare name is a row alone.
+bool HasCopy(const Attachment& attachment);
+/// The text of the number, "001" upward.
+QString SequenceText(int number);
+
 /// How an attachment stands in a list.
 struct RowInfo {
     QString size;  ///< "1,234KB", or "フォルダ"; empty when its copy is gone
@@ -61,12 +68,22 @@ class AttachmentStore {
     /// Removes the row only.
     bool DeleteAttachment(const QString& information, const QString& identity, const QString& sequence);
 
-    /// Gives the attachments of one owner record to another one and renames their copies. When the rows can't be
-    /// changed, nothing is renamed. A record that has attachments of the same numbers takes none.
-    Outcome RekeyAttachments(const QString& information, const QString& oldIdentity, const QString& newIdentity);
-    /// Adds the attachments of one owner record to another one, each with a copy of its own.
-    Outcome CopyAttachments(const QString& information, const QString& oldIdentity, const QString& newIdentity,
-                            const platform::CopyProgress& progress = {});
+    /// The rows alone, for whoever brings their copies along (PaperCarrier). Attachments of one owner record become
+    /// another one's: all under their numbers, or one under a number of its own; or get a row each there, column for
+    /// column. True when it was done, false without a change.
+    bool RekeyAttachments(const QString& information, const QString& oldIdentity, const QString& newIdentity);
+    bool RekeyAttachment(const Attachment& attachment, const QString& newIdentity, const QString& newSequence);
+    bool CopyRow(const Attachment& attachment, const QString& newIdentity, const QString& newSequence);
+
+    /// Copies the file or folder at `from` into the document folder as that attachment's.
+    platform::CopyOutcome CopyDocument(const QString& from, const Attachment& to,
+                                       const platform::CopyProgress& progress) const;
+
+    /// The attachments as Attachments gives them, without a trace in the run history; nothing when they can't be read.
+    std::optional<std::vector<Attachment>> ReadUntold(const QString& information, const QString& identity);
+    /// The highest number that a row or a copy of the owner record bears; 0 without any. A slot that was deleted leaves
+    /// both.
+    int HighestNumber(const QString& information, const QString& identity);
 
     /// Path of the attachment's copy, in the platform's own form.
     QString AttachmentFileName(const Attachment& attachment) const;
@@ -77,9 +94,6 @@ class AttachmentStore {
   private:
     QString NextSequence(const QString& information, const QString& identity);
     QString InsertStatement(const Attachment& row, const Columns& columns) const;
-    bool InsertCopy(const store::Recordset& row, const QString& newIdentity);
-    platform::CopyOutcome CopyDocument(const QString& from, const Attachment& to,
-                                       const platform::CopyProgress& progress) const;
 
     const session::SessionContext& context_;
     session::DataAccess& data_;

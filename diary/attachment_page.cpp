@@ -1,7 +1,9 @@
 #include "diary/attachment_page.h"
 
 #include "attachments/copy_dialog.h"
+#include "diary/slot_papers.h"
 #include "hostsetup/documents.h"
+#include "hostsetup/runnable_documents.h"
 #include "platform/machine.h"
 
 namespace diary {
@@ -22,22 +24,15 @@ const QStringList kFilters{
     QStringLiteral("GIFファイル (*.gif)|*.gif"),      QStringLiteral("メタファイル (*.wmf)|*.wmf"),
     QStringLiteral("拡張メタファイル (*.emf)|*.emf"), QStringLiteral("Bitmap ファイル (*.bmp)|*.bmp")};
 constexpr int kSequenceWidth = 3;
+const QString kStoreFirst = QStringLiteral("登録してから付属書類を追加してください。");
 
-QString ItemTexts(DiaryContext& diary, std::initializer_list<const char*> items) {
-    QString texts;
-    for (const char* item : items)
-        texts += diary.Item(item).Text();
-    return texts;
-}
-
-QString IdentityOnScreen(DiaryContext& diary) {
-    return attachments::SlotIdentity(ItemTexts(diary, {"営業活動日付年", "営業活動日付月", "営業活動日付日"}),
-                                     ItemTexts(diary, {"開始時刻時", "開始時刻分"}),
-                                     ItemTexts(diary, {"終了時刻時", "終了時刻分"}), diary.Item("担当者コード").Text());
-}
-
-QString ListedSlot(DiaryContext& diary, const QString& identity) {
-    return identity + (diary.session.NewSlotMode ? u'N' : u'S');
+/// What the list was filled for: the papers are looked for anew when the key, or what is known of its slot, changed.
+QString KeyOnScreen(DiaryContext& diary) {
+    QString key;
+    for (const char* item : {"営業活動日付年", "営業活動日付月", "営業活動日付日", "開始時刻時", "開始時刻分",
+                             "終了時刻時", "終了時刻分", "担当者コード"})
+        key += diary.Item(item).Text() + u' ';
+    return key + (diary.session.NewSlotMode ? u'N' : u'S');
 }
 
 screen::Control& List(DiaryContext& diary) {
@@ -75,6 +70,11 @@ QString WithoutClosingSeparator(QString path) {
 
 /// Tells in the notice line what was left undone.
 Outcome Add(DiaryContext& diary, const QString& chosen) {
+    const auto identity = PaperIdentity(diary);
+    if (!identity) {
+        diary.ShowNotice(kStoreFirst);
+        return {};
+    }
     const QString path = WithoutClosingSeparator(chosen);
     const QString title = TitleOf(path);
     if (title.isEmpty()) return {};
@@ -86,8 +86,7 @@ Outcome Add(DiaryContext& diary, const QString& chosen) {
     Outcome outcome;
     {
         CopyDialog dialog(diary.host, &diary.form);
-        outcome =
-            diary.attachments.AddAttachment(kProgramId, IdentityOnScreen(diary), path, columns, dialog.Progress());
+        outcome = diary.attachments.AddAttachment(kProgramId, *identity, path, columns, dialog.Progress());
     }
     if (diary.host.Ended()) return outcome;
     ShowAttachments(diary);
@@ -124,31 +123,28 @@ QString Remove(DiaryContext& diary, const Attachment& attachment) {
     return fault == FileFault::Missing ? QString() : attachments::OutcomeNotice({true, {fault}});
 }
 
-void TellAfterwards(DiaryContext& diary, const Outcome& outcome, const QString& refused) {
-    const QString notice = outcome.stored ? attachments::OutcomeNotice(outcome) : refused;
-    if (!notice.isEmpty()) diary.host.Tell(notice);
-}
-
 }  // namespace
 
 void ShowAttachments(DiaryContext& diary) {
     const FillingScope filling(diary.state);
-    const QString identity = IdentityOnScreen(diary);
+    const auto identity = PaperIdentity(diary);
+    std::vector<Attachment> papers;
+    if (identity) papers = diary.attachments.Attachments(kProgramId, *identity);
     std::vector<screen::ListRow> rows;
-    for (const Attachment& attachment : diary.attachments.Attachments(kProgramId, identity)) {
+    for (const Attachment& attachment : papers) {
         const attachments::RowInfo info = diary.attachments.AttachmentRowInfo(attachment);
         rows.push_back({u'C' + attachment.identity + attachment.sequence, {info.name, info.size, info.date}});
     }
-    const bool stored = !diary.session.NewSlotMode;
+    const bool stored = identity.has_value();
     diary.Item("btn_付属書類追加").SetEnabled(stored);
     diary.Item("btn_フォルダ").SetEnabled(stored);
     diary.Item("btn_付属書類削除").SetEnabled(stored && !rows.empty());
     List(diary).SetRows(std::move(rows));
-    diary.state.ListedSlot = ListedSlot(diary, identity);
+    diary.state.ListedSlot = KeyOnScreen(diary);
 }
 
 void FollowSlot(DiaryContext& diary) {
-    if (diary.state.ListedSlot != ListedSlot(diary, IdentityOnScreen(diary))) ShowAttachments(diary);
+    if (diary.state.ListedSlot != KeyOnScreen(diary)) ShowAttachments(diary);
 }
 
 void AddFile(DiaryContext& diary) {
@@ -166,8 +162,8 @@ void AddFolder(DiaryContext& diary) {
 }
 
 void AddGiven(DiaryContext& diary, const QStringList& paths) {
-    if (diary.session.NewSlotMode) {
-        diary.ShowNotice(QStringLiteral("登録してから付属書類を追加してください。"));
+    if (!PaperIdentity(diary)) {
+        diary.ShowNotice(kStoreFirst);
         return;
     }
     QString firstNotice;
@@ -200,22 +196,12 @@ void OpenSelected(DiaryContext& diary) {
     const auto attachment = Selected(diary);
     if (!attachment) return;
     if (attachment->sequence.isEmpty()) return TellNotFound(diary);
-    const bool opened = hostsetup::OpenDocument(diary.opener, diary.attachments.AttachmentFileName(*attachment));
-    diary.ShowNotice(opened ? QString() : QStringLiteral("書類を開けませんでした。"));
-}
-
-void MoveAttachments(DiaryContext& diary, const QString& oldIdentity, const QString& newIdentity) {
-    TellAfterwards(diary, diary.attachments.RekeyAttachments(kProgramId, oldIdentity, newIdentity),
-                   QStringLiteral("付属書類を移動できませんでした。"));
-}
-
-void CopyAttachments(DiaryContext& diary, const QString& oldIdentity, const QString& newIdentity) {
-    Outcome outcome;
-    {
-        CopyDialog dialog(diary.host, diary.host.Front());
-        outcome = diary.attachments.CopyAttachments(kProgramId, oldIdentity, newIdentity, dialog.Progress());
-    }
-    TellAfterwards(diary, outcome, QStringLiteral("付属書類をコピーできませんでした。"));
+    const QString path = diary.attachments.AttachmentFileName(*attachment);
+    diary.ShowNotice(QString());
+    if (hostsetup::DesktopRuns(path))
+        diary.result.TellOutcome(QStringLiteral("実行形式のため開きません。保存場所: ") + path);
+    else if (!hostsetup::OpenDocument(diary.opener, path))
+        diary.ShowNotice(QStringLiteral("書類を開けませんでした。"));
 }
 
 }  // namespace diary

@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-#include "attachments/attachment_store.h"
+#include "attachments/paper_carrier.h"
 #include "diary/activity_slot.h"
 #include "identity/company_loader.h"
 #include "identity/permissions.h"
@@ -43,7 +43,7 @@ struct ScreenState {
     QString NoticeText;
     /// The kind of document whose list was opened last: a key that a number list left is of that kind.
     std::size_t ListedKind = 0;
-    /// Whose attachments the list holds.
+    /// The key on the screen when the list of attachments was filled.
     QString ListedSlot;
     screen::Control* LastLeftControl = nullptr;
     /// Where the focus returns to after a command.
@@ -93,6 +93,7 @@ struct DiaryContext {
     /// added one. The screen lies above this layer, so whoever puts the client together gives it in.
     std::function<void()> showMoveScreen = [] {};
 
+    attachments::PaperCarrier papers{attachments, kept};
     screen::Form form{QStringLiteral("frm活動手帳")};
     screen::ResultLine result{form};
     lists::ListWindows lists{{session, data, host, pick, form, clock}};

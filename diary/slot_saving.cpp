@@ -1,6 +1,7 @@
 #include "diary/slot_saving.h"
 
 #include "diary/date_time_entry.h"
+#include "diary/slot_papers.h"
 #include "diary/slot_statements.h"
 #include "diary/text_items.h"
 #include "items/display_forms.h"
@@ -132,11 +133,14 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
 }
 
 bool WriteSlot(DiaryContext& diary) {
+    auto papers = NotePapersOfReplaced(diary);
     if (diary.session.NewSlotMode)
         EnsureHeaderRow(diary);
     else
         DeleteDetailForUpdate(diary);
-    return InsertDetailRow(diary);
+    const bool inserted = InsertDetailRow(diary);
+    if (inserted) PapersFollow(diary, papers);
+    return inserted;
 }
 
 bool DeleteDetailExact(DiaryContext& diary) {

@@ -6,7 +6,8 @@ namespace diary {
 
 /// Stores the slot: of an existing one the row of the same start is deleted first, of a new one the day's header row is
 /// made sure of; then the row is inserted and the phone directory follows. There is no transaction: each statement
-/// stands alone, and a failed one stands in the run history. True when the row was inserted.
+/// stands alone, and a failed one stands in the run history. The papers of what is replaced come along. True when the
+/// row was inserted.
 bool WriteSlot(DiaryContext& diary);
 
 /// Deletes the slot's row by its whole key. The header row of the day stays. True when the statement ran, also when

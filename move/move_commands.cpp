@@ -1,12 +1,17 @@
 #include "move/move_commands.h"
 
 #include "diary/confirmation.h"
+#include "diary/outcome_words.h"
+#include "diary/slot_papers.h"
 #include "diary/slot_statements.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
 #include "move/move_statements.h"
+#include "session/fault_reason.h"
 
 namespace move {
+
+using attachments::Carry;
 
 namespace {
 
@@ -53,16 +58,18 @@ bool Write(MoveContext& move, const QString& sql) {
     return done;
 }
 
-void MoveSlot(MoveContext& move) {
-    const QString sql = MoveStatement(move.diary.session, move.source, move.target, Stamp(move));
-    if (Write(move, sql)) move.rekeyAttachments(IdentityOf(move.source), IdentityOf(move.target.Key()));
+QString MoveSlot(MoveContext& move) {
+    return diary::WriteWithPapers(
+        move.diary, Carry::Kind::Move, IdentityOf(move.source), IdentityOf(move.target.Key()),
+        [&move] { return Write(move, MoveStatement(move.diary.session, move.source, move.target, Stamp(move))); });
 }
 
-void AddSlot(MoveContext& move) {
+QString AddSlot(MoveContext& move) {
     std::unique_ptr<store::Recordset> row;
-    if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return;
-    const QString sql = AddStatement(move.diary.session, *row, move.target, Stamp(move));
-    if (Write(move, sql)) move.copyAttachments(IdentityOf(move.source), IdentityOf(move.target.Key()));
+    if (!move.diary.data.OpenMainRecordset(row, CopiedRowStatement(move.source))) return {};
+    return diary::WriteWithPapers(
+        move.diary, Carry::Kind::Copy, IdentityOf(move.source), IdentityOf(move.target.Key()),
+        [&] { return Write(move, AddStatement(move.diary.session, *row, move.target, Stamp(move))); });
 }
 
 void StoreTargetKey(MoveContext& move) {
@@ -70,7 +77,25 @@ void StoreTargetKey(MoveContext& move) {
     move.diary.pick.ListCondition = key.日付 + key.開始時刻 + key.終了時刻 + key.担当者コード;
 }
 
-void RunCommand(MoveContext& move, const QString& word, void (*write)(MoveContext&)) {
+/// What became of it is told on the main screen, which is in front when the user reads it.
+void TellOutcome(MoveContext& move, const QString& word) {
+    diary::DiaryContext& diary = move.diary;
+    const SlotKey key = move.target.Key();
+    const auto row = diary.data.ReadMainUntold(diary::kSelectDetail +
+                                               diary::StartKeyCondition(key.担当者コード, key.日付, key.開始時刻) +
+                                               " AND T営業活動明細.終了時刻 = '" + key.終了時刻 + "'");
+    const bool stands = row && !row->Eof();
+    const QString reason = diary.data.FailedWrites() > move.failuresBefore
+                               ? session::FaultReason(diary.data.LastMainFault())
+                               : QStringLiteral("元の枠がありません");
+    diary.result.TellOutcome(stands ? word + "しました。" +
+                                          diary::SlotWords(key.日付, key.開始時刻, key.終了時刻,
+                                                           row->Value(QStringLiteral("相手先略称")).value_or(QString()))
+                                    : word + "できませんでした（" + reason + "）。");
+}
+
+/// `write` gives the words of why it began nothing.
+void RunCommand(MoveContext& move, const QString& word, QString (*write)(MoveContext&)) {
     if (!MayWrite(move) || !Filled(move)) return;
     if (diary::AskRegister(move.diary, QStringLiteral("営業日程") + word, word) > diary::kConfirmed) {
         move.Focus(*move.lastActive);
@@ -79,9 +104,16 @@ void RunCommand(MoveContext& move, const QString& word, void (*write)(MoveContex
     // What the user does from here on is not meant for a screen that is about to close.
     move.form.SetEnabled(false);
     move.diary.host.ProcessEvents();
-    write(move);
-    StoreTargetKey(move);
+    move.failuresBefore = move.diary.data.FailedWrites();
+    const QString hindrance = write(move);
     move.form.SetEnabled(true);
+    if (!hindrance.isEmpty()) {
+        move.result.TellOutcome(word + "できませんでした（" + hindrance + "）。");
+        move.Focus(*move.lastActive);
+        return;
+    }
+    TellOutcome(move, word);
+    StoreTargetKey(move);
     move.diary.host.Unload(move.form);
 }
 

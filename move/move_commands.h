@@ -14,8 +14,9 @@ diary::SlotWindow MoveWindowOn(const QString& today, numbers::Closing closing);
 bool TargetSlotFree(MoveContext& move);
 
 /// The flows of 移動 and 追加: right, period and free target, the items that have to be filled, confirmation, write.
-/// What was asked for and couldn't be begun is told, and the screen stays. Otherwise the screen closes and leaves the
-/// target's key in the pick state, also when the write failed: a failed statement stands in the run history.
+/// What was asked for and couldn't be begun is told, and the screen stays: so a slot whose papers can't come along,
+/// since their folder is away. Otherwise the screen closes and leaves the target's key in the pick state, also when the
+/// write failed: a failed statement stands in the run history.
 void MoveSource(MoveContext& move);
 void AddCopy(MoveContext& move);
 

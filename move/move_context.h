@@ -1,23 +1,14 @@
 #pragma once
 
-#include <functional>
-
 #include "diary/diary_context.h"
 #include "move/target_slot.h"
 #include "screen/focus_walk.h"
 
 namespace move {
 
-/// Takes what hangs on the slot of one attachment identity (see attachments::SlotIdentity) over to that of another.
-using CarryAttachments = std::function<void(const QString& from, const QString& to)>;
-
 /// What the routines of the move screen share. One for the process, made where the client is put together.
 struct MoveContext {
     diary::DiaryContext& diary;
-    /// Run once the slot's row stands: behind a move the attachments get the new identity, behind an add they are
-    /// copied.
-    CarryAttachments rekeyAttachments = [](const QString&, const QString&) {};
-    CarryAttachments copyAttachments = [](const QString&, const QString&) {};
 
     screen::Form form{QStringLiteral("sbf営業日程移動")};
     screen::ResultLine result{form};
@@ -25,6 +16,8 @@ struct MoveContext {
     TargetSlot target{};
     /// The target's item that had the focus last; a refused command gives it back.
     screen::Control* lastActive = nullptr;
+    /// Statements that had failed in this run when the command under way began to write.
+    int failuresBefore = 0;
 
     screen::Control& Item(const char* name) { return form.At(QString::fromUtf8(name)); }
     void ShowNotice(const QString& text) { Item("お知らせ").SetCaption(text); }

@@ -48,7 +48,15 @@ void MoveScreen::WireTyped() {
         Control& item = Item(text.name);
         item.onGotFocus = [this, &item] { move_.lastActive = &item; };
         item.onLostFocus = [this, &item, text] {
-            move_.target.*text.field = items::FormatToMask(item.Text(), items::ZeroMask(text.width));
+            const QString typed = items::FormatToMask(item.Text(), items::ZeroMask(text.width));
+            const bool fits = Fits(text, typed);
+            QString& field = move_.target.*text.field;
+            const bool refilled = field.isEmpty() && !typed.isEmpty();
+            field = fits ? typed : QString();
+            if (!fits)
+                move_.ShowNotice(kWrongCode);
+            else if (refilled && Item("お知らせ").Caption() == kWrongCode)
+                move_.ShowNotice(QString());
             RepairDate(move_.target);
             move_.PaintTarget();
         };

@@ -60,6 +60,10 @@ QString SourceStatement(const SlotKey& key) {
            key.終了時刻 + "'";
 }
 
+QString NameStatement(const QString& table, const QString& column, const QString& key, const QString& code) {
+    return "SELECT " + table + "." + column + " FROM " + table + " WHERE " + table + "." + key + " = '" + code + "'";
+}
+
 QString CopiedRowStatement(const SlotKey& key) {
     return "SELECT TOP 1 * FROM T営業活動明細" + KeyCondition(key);
 }

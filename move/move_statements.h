@@ -14,7 +14,10 @@ namespace move {
 /// 要件分類名. A slot whose codes have lost their names isn't found.
 QString SourceStatement(const SlotKey& key);
 
-/// The whole row of the slot, for a copy.
+/// The name that a code has in its table: `column` of the row whose `key` it is.
+QString NameStatement(const QString& table, const QString& column, const QString& key, const QString& code);
+
+/// The whole row of the slot.
 QString CopiedRowStatement(const SlotKey& key);
 
 /// Gives the slot of key `source` the target's key and place. It loses its approval; `stamp` is its 更新日付.

@@ -35,6 +35,8 @@ void TakeKey(MoveContext& move) {
     TakeDate(target, move.source.日付);
     TakeTimes(target, move.source.開始時刻, move.source.終了時刻);
     target.移動担当者コード = move.source.担当者コード;
+    // The main screen took it from this staff member; a row that has none of its own is never written without one.
+    target.事業所コード = move.diary.session.SiteCode;
 }
 
 void ShowKey(MoveContext& move) {
@@ -48,18 +50,40 @@ void ShowKey(MoveContext& move) {
     move.Item("担当者コード").SetText(key.担当者コード);
 }
 
-void TakeRow(MoveContext& move, const store::Recordset& row) {
+/// The names that the row's codes have.
+struct Names {
+    QString staff, department, section, caller, means, matter;
+};
+
+void TakeRow(MoveContext& move, const store::Recordset& row, const Names& names) {
     TargetSlot& target = move.target;
-    TakeColumn(row, QStringLiteral("担当者名"), target.移動担当者名);
-    TakeColumn(row, QStringLiteral("事業所コード"), target.事業所コード);
+    if (const QString site = Named(row, "事業所コード"); !site.isEmpty()) target.事業所コード = site;
     TakeColumn(row, QStringLiteral("部門コード"), target.移動部門コード);
-    TakeColumn(row, QStringLiteral("部門名"), target.移動部門名);
     TakeColumn(row, QStringLiteral("セクションコード"), target.移動セクションコード);
-    TakeColumn(row, QStringLiteral("セクション名"), target.移動セクション名);
-    for (const char* item : {"担当者名", "部門名", "セクション名", "相手先略称", "相手先御担当者名", "営業活動摘要"})
+    target.移動担当者名 = names.staff;
+    target.移動部門名 = names.department;
+    target.移動セクション名 = names.section;
+    move.Item("担当者名").SetText(names.staff);
+    move.Item("部門名").SetText(names.department);
+    move.Item("セクション名").SetText(names.section);
+    for (const char* item : {"相手先略称", "相手先御担当者名", "営業活動摘要"})
         move.Item(item).SetText(Named(row, item));
-    move.Item("発信状況").SetText(Named(row, "発信区分名") + Named(row, "応対方法名"));
-    move.Item("要件内容").SetText(Named(row, "要件分類名") + HandlingName(move, row));
+    move.Item("発信状況").SetText(names.caller + names.means);
+    move.Item("要件内容").SetText(names.matter + HandlingName(move, row));
+}
+
+/// Of a slot whose codes have lost a name the others are looked up one by one.
+void TakeNamelessRow(MoveContext& move) {
+    const auto row = move.diary.data.ReadMainUntold(CopiedRowStatement(move.source));
+    if (!row || row->Eof()) return;
+    const auto name = [&](const char* table, const char* column, const char* key, const char* code) {
+        const auto named = move.diary.data.ReadMainUntold(NameStatement(table, column, key, Named(*row, code)));
+        return named ? Named(*named, column) : QString();
+    };
+    TakeRow(move, *row,
+            {name("M担当者", "氏名", "コード", "担当者コード"), name("M部門", "名称", "コード", "部門コード"),
+             name("Mセクション", "名称", "コード", "セクションコード"), name("K発信区分", "名称", "区分", "発信区分"),
+             name("K応対方法", "名称", "区分", "応対方法"), name("K要件分類", "名称", "区分", "要件分類")});
 }
 
 }  // namespace
@@ -68,8 +92,14 @@ void TakeSource(MoveContext& move) {
     TakeKey(move);
     ShowKey(move);
     std::unique_ptr<store::Recordset> row;
-    if (!move.diary.session.NewSlotMode && move.diary.data.OpenMainRecordset(row, SourceStatement(move.source)))
-        TakeRow(move, *row);
+    if (!move.diary.session.NewSlotMode) {
+        if (move.diary.data.OpenMainRecordset(row, SourceStatement(move.source)))
+            TakeRow(move, *row,
+                    {Named(*row, "担当者名"), Named(*row, "部門名"), Named(*row, "セクション名"),
+                     Named(*row, "発信区分名"), Named(*row, "応対方法名"), Named(*row, "要件分類名")});
+        else
+            TakeNamelessRow(move);
+    }
     move.PaintTarget();
 }
 

@@ -1,5 +1,7 @@
 #include "move/target_codes.h"
 
+#include <algorithm>
+
 #include "diary/staff_resolution.h"
 #include "items/text_rules.h"
 
@@ -13,15 +15,16 @@ namespace {
 struct Taken {
     const char* column;
     QString TargetSlot::*field;
+    bool own = true;  ///< the code doesn't stand without it, where the others may be chosen apart
 };
 
 const Taken kStaff[] = {{"コード", &TargetSlot::移動担当者コード},
                         {"氏名", &TargetSlot::移動担当者名},
                         {"事業所コード", &TargetSlot::事業所コード},
-                        {"部門コード", &TargetSlot::移動部門コード},
-                        {"部門名", &TargetSlot::移動部門名},
-                        {"セクションコード", &TargetSlot::移動セクションコード},
-                        {"セクション名", &TargetSlot::移動セクション名}};
+                        {"部門コード", &TargetSlot::移動部門コード, false},
+                        {"部門名", &TargetSlot::移動部門名, false},
+                        {"セクションコード", &TargetSlot::移動セクションコード, false},
+                        {"セクション名", &TargetSlot::移動セクション名, false}};
 const Taken kDepartment[] = {{"コード", &TargetSlot::移動部門コード}, {"名称", &TargetSlot::移動部門名}};
 const Taken kSection[] = {{"コード", &TargetSlot::移動セクションコード}, {"名称", &TargetSlot::移動セクション名}};
 
@@ -31,7 +34,11 @@ void CodeLeft(MoveContext& move, const char* item, const Taken (&columns)[Count]
               const std::function<QString(const QString& code)>& statement) {
     screen::Control& control = move.Item(item);
     const QString code = items::FormatToMask(control.Text(), items::ZeroMask(control.maxLength));
-    if (code == move.target.*columns[0].field) {
+    // A code whose row was missing when it came may have got one.
+    const bool complete = code.isEmpty() || std::none_of(columns, columns + Count, [&move](const Taken& taken) {
+                              return taken.own && (move.target.*taken.field).isEmpty();
+                          });
+    if (code == move.target.*columns[0].field && complete) {
         control.SetText(code);
         return;
     }
@@ -40,10 +47,14 @@ void CodeLeft(MoveContext& move, const char* item, const Taken (&columns)[Count]
     const bool found = isCode && move.diary.data.OpenMainRecordset(row, statement(code));
     for (const Taken& taken : columns) {
         QString& field = move.target.*taken.field;
+        // No row of the diary is without a site: it stays what it was until somebody brings another.
+        const bool site = taken.field == &TargetSlot::事業所コード;
+        const QString former = field;
         if (found)
             TakeColumn(*row, QString::fromUtf8(taken.column), field);
-        else
+        else if (!site)
             field.clear();
+        if (site && field.isEmpty()) field = former;
     }
     move.PaintTarget();
     if (found)
@@ -51,7 +62,7 @@ void CodeLeft(MoveContext& move, const char* item, const Taken (&columns)[Count]
     else if (isCode)
         move.ShowNotice(QStringLiteral("該当情報が有りません。"));
     else
-        move.ShowNotice(QStringLiteral("正しいコードを入力してください。"));
+        move.ShowNotice(kWrongCode);
 }
 
 }  // namespace

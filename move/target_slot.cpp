@@ -51,6 +51,10 @@ int CheckTargetFilled(const TargetSlot& target) {
     return 0;
 }
 
+bool Fits(const TargetText& item, const QString& text) {
+    return items::DigitsOnly(text) == text && (item.most < 0 || Val16(text) <= item.most);
+}
+
 void TakeDate(TargetSlot& target, const QString& date) {
     target.移動日付年 = date.mid(0, 4);
     target.移動日付月 = date.mid(4, 2);

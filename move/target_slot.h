@@ -30,7 +30,8 @@ struct TargetSlot {
 struct TargetText {
     const char* name;
     QString TargetSlot::*field;
-    int width;  ///< of its mask of zeros, and the most that can be typed
+    int width;      ///< of its mask of zeros, and the most that can be typed
+    int most = -1;  ///< the highest number that a part of a time may be; none where that is left to others
 };
 
 /// What is typed, in the order in which it is asked for. All of it has to be filled.
@@ -38,10 +39,10 @@ inline constexpr std::array<TargetText, 10> kTypedTexts{{
     {"移動日付年", &TargetSlot::移動日付年, 4},
     {"移動日付月", &TargetSlot::移動日付月, 2},
     {"移動日付日", &TargetSlot::移動日付日, 2},
-    {"移動開始時刻時", &TargetSlot::移動開始時刻時, 2},
-    {"移動開始時刻分", &TargetSlot::移動開始時刻分, 2},
-    {"移動終了時刻時", &TargetSlot::移動終了時刻時, 2},
-    {"移動終了時刻分", &TargetSlot::移動終了時刻分, 2},
+    {"移動開始時刻時", &TargetSlot::移動開始時刻時, 2, 23},
+    {"移動開始時刻分", &TargetSlot::移動開始時刻分, 2, 59},
+    {"移動終了時刻時", &TargetSlot::移動終了時刻時, 2, 47},
+    {"移動終了時刻分", &TargetSlot::移動終了時刻分, 2, 59},
     {"移動担当者コード", &TargetSlot::移動担当者コード, 5},
     {"移動部門コード", &TargetSlot::移動部門コード, 3},
     {"移動セクションコード", &TargetSlot::移動セクションコード, 3},
@@ -57,6 +58,9 @@ inline constexpr std::array<TargetText, 4> kEchoedTexts{{
 
 /// Number 1 to 10 of the first typed text that is empty; 0 when all are filled.
 int CheckTargetFilled(const TargetSlot& target);
+
+/// True when the text can stand in that item: empty, or digits that make no number above the highest.
+bool Fits(const TargetText& item, const QString& text);
 
 /// Sets date or times from a key.
 void TakeDate(TargetSlot& target, const QString& date);

@@ -118,7 +118,21 @@ FileFault CopyPieces(std::filebuf& in, std::filebuf& out, const fs::path& to, Wo
     }
 }
 
+/// What tells that a file was written to.
+struct Version {
+    std::uintmax_t bytes = 0;
+    fs::file_time_type written{};
+    bool operator==(const Version&) const = default;
+};
+
+Version VersionOf(const fs::path& file) {
+    std::error_code gone;
+    return {fs::file_size(file, gone), fs::last_write_time(file, gone)};
+}
+
 FileFault CopyFileTo(const fs::path& from, const fs::path& to, Work& work) {
+    const Version before = VersionOf(from);
+    const qint64 doneBefore = work.done;
     std::filebuf in, out;
     // Whole pieces go through; a buffer between would only copy them once more.
     in.pubsetbuf(nullptr, 0);
@@ -131,9 +145,12 @@ FileFault CopyFileTo(const fs::path& from, const fs::path& to, Work& work) {
     const bool closed = out.close() != nullptr;
     if (fault != FileFault::None) return fault;
     if (!closed) return LastFault();
+    // A file that is being written as it is read gives a mixture of its two states, or its head alone.
+    if (work.done - doneBefore < static_cast<qint64>(before.bytes) || VersionOf(from) != before)
+        return FileFault::Changed;
     if (const FileFault unwritten = Sync(to); unwritten != FileFault::None) return unwritten;
     std::error_code unstamped;
-    fs::last_write_time(to, fs::last_write_time(from, unstamped), unstamped);
+    fs::last_write_time(to, before.written, unstamped);
     return FileFault::None;
 }
 
@@ -194,6 +211,20 @@ FileFault CopyParts(const fs::path& from, const fs::path& to, Work& work) {
     return FileFault::None;
 }
 
+/// Shorter than any name that it may stand for, so that it fits wherever that one does.
+fs::path PassingName() {
+    return PathOf(QStringLiteral(".katsudo-") + QUuid::createUuid().toString(QUuid::Id128).left(12));
+}
+
+FileFault MeasureParts(const fs::path& from, Work& work) {
+    std::error_code error;
+    const bool folder = fs::is_directory(from, error);
+    work.parts.push_back({{}, folder});
+    if (folder) return ListFolder(from, work);
+    work.total += static_cast<qint64>(fs::file_size(from, error));
+    return FileFault::None;
+}
+
 FileFault Rename(const fs::path& from, const fs::path& to) {
     std::error_code error;
     if (fs::exists(fs::symlink_status(to, error))) return FileFault::TargetExists;
@@ -226,21 +257,32 @@ CopyOutcome CopyWhole(const QString& from, const QString& to, const CopyProgress
     CopyOutcome outcome{CheckPlaces(source, target)};
     if (outcome.fault != FileFault::None) return outcome;
     Work work{{}, 0, 0, 0, progress};
+    outcome.fault = MeasureParts(source, work);
+    const fs::path unfinished = target.parent_path() / PassingName();
     std::error_code error;
-    const bool folder = fs::is_directory(source, error);
-    work.parts.push_back({{}, folder});
-    if (folder)
-        outcome.fault = ListFolder(source, work);
-    else
-        work.total = static_cast<qint64>(fs::file_size(source, error));
-    // Shorter than any name that it may stand for, so that it fits wherever that one does.
-    const QString passing = QStringLiteral(".katsudo-") + QUuid::createUuid().toString(QUuid::Id128).left(12);
-    const fs::path unfinished = target.parent_path() / PathOf(passing);
     if (outcome.fault == FileFault::None) outcome.fault = CopyParts(source, unfinished, work);
     if (outcome.fault == FileFault::None) outcome.fault = Rename(unfinished, target);
     if (outcome.fault != FileFault::None) fs::remove_all(unfinished, error);
     outcome.leftOut = work.leftOut;
     return outcome;
+}
+
+FileFault FaultOfTarget(const QString& folder, const QStringList& paths) {
+    const fs::path place = ExistingPath(folder);
+    std::error_code error;
+    if (folder.isEmpty() || !fs::is_directory(place, error)) return FileFault::NoFolder;
+    const fs::path probe = place / PassingName();
+    errno = 0;
+    if (!std::filebuf().open(probe, std::ios::out | std::ios::binary)) return LastFault();
+    fs::remove(probe, error);
+    const CopyProgress toTheEnd;
+    Work work{{}, 0, 0, 0, toTheEnd};
+    for (const QString& path : paths)
+        if (LookAt(path).kind != FileLook::Kind::Nothing) MeasureParts(ExistingPath(path), work);
+    const fs::space_info room = fs::space(place, error);
+    // A share that can't tell how big it is tells nothing of its room either.
+    const bool told = !error && room.capacity > 0;
+    return told && work.total > static_cast<qint64>(room.available) ? FileFault::DiskFull : FileFault::None;
 }
 
 FileFault MoveWhole(const QString& from, const QString& to) {

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 // What a program does with whole documents: look, copy, move and remove, each the same for a file and for a folder.
@@ -21,6 +22,7 @@ enum class FileFault {
     InUse,
     NameRefused,  ///< too long for the file system, or with a character that it doesn't take
     WrongKind,    ///< neither a file nor a folder: a pipe, a device
+    Changed,      ///< another program wrote to it while it was copied
     Other,
 };
 
@@ -47,8 +49,13 @@ struct CopyOutcome {
 
 /// Copies a file, or a folder with all that it holds, to a path at which nothing is yet. It is written under a name of
 /// its own beside the new one, which it takes when it is complete: whatever happens, nothing half-written bears the new
-/// name. A fault or a break leaves nothing behind. Files keep their time stamps.
+/// name. A fault or a break leaves nothing behind. Files keep their time stamps; one that isn't any more what it was
+/// when its copy began makes the whole copy fail.
 CopyOutcome CopyWhole(const QString& from, const QString& to, const CopyProgress& progress = {});
+
+/// Why a folder can't take copies of what lies at `paths`: it isn't there, nothing can be made in it, or it hasn't the
+/// room. A path at which there is nothing needs none.
+FileFault FaultOfTarget(const QString& folder, const QStringList& paths);
 
 /// Gives a file or folder another path in the same file system; nothing that is there already is overwritten.
 FileFault MoveWhole(const QString& from, const QString& to);

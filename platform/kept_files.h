@@ -62,6 +62,10 @@ class KeptFiles {
     /// Empty before Open.
     const QString& Folder() const { return folder_; }
 
+    /// A name for this run that no other one has, and whether the run of a name lives: for further files in the folder.
+    const QString& RunId() const { return runId_; }
+    bool Lives(const QString& runId) const;
+
     /// Puts `text` in place of what is being typed; whole or not at all, and safe from the end of this process when it
     /// returns. It reaches the disk soon after. False when it couldn't be written.
     bool Write(const QByteArray& text);
@@ -88,7 +92,6 @@ class KeptFiles {
   private:
     QString PathOf(const QString& name) const { return folder_ + "/" + name; }
     QStringList Names(const QString& suffix) const;
-    bool Lives(const QString& runId) const;
     QString NewName(const QString& suffix);
     void TakeRoom();
     void ClearUpBehindOthers();

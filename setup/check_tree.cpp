@@ -5,6 +5,7 @@
 
 #include "identity/stored_pin.h"
 #include "session/server_schema.h"
+#include "setup/check_papers.h"
 #include "setup/copy_tree.h"
 #include "setup/empty_rows.h"
 #include "store/postgres_dialect.h"
@@ -179,7 +180,7 @@ void CheckClasses(store::Connection& main, QStringList& wrong) {
 }  // namespace
 
 TreeReport CheckTree(const Tree& tree) {
-    if (!QFileInfo(tree.root).isDir()) return {{"There is no folder " + tree.root + "."}, {}};
+    if (!QFileInfo(tree.root).isDir()) return {{"There is no folder " + tree.root + "."}, {}, {}};
     TreeReport report;
     QStringList& wrong = report.wrong;
     CheckFolders(tree, wrong);
@@ -198,6 +199,7 @@ TreeReport CheckTree(const Tree& tree) {
         CheckCompany(tree, *open.main, wrong);
         CheckSites(open, wrong);
         CheckClasses(*open.main, report.unfinished);
+        report.stranded = StrandedPapers(tree, *open.main);
     }
     wrong.removeDuplicates();
     return report;

@@ -10,6 +10,7 @@ namespace setup {
 struct TreeReport {
     QStringList wrong;       ///< the client can't work so
     QStringList unfinished;  ///< the client starts, but a slot can't be registered until these rows are entered
+    QStringList stranded;    ///< nothing works less for it, but somebody may want to look at it
 };
 
 /// Looks at folders, stores, tables and rows. Changes nothing.

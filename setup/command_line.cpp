@@ -52,7 +52,9 @@ constexpr const char* kUsage =
     "copy    carries a company into an installation that was made empty, on whatever engines, and compares the two;\n"
     "        an interrupted copy is run again. --admin-user and --admin-password as for create, of the target's "
     "server.\n"
-    "check   tells what is wrong with an installation; the exit code is 0 when nothing is.\n";
+    "check   tells what is wrong with an installation; the exit code is 0 when nothing is. Attached documents whose "
+    "slot\n"
+    "        is gone, and copies that no row names, are told beside it.\n";
 
 /// A command line taken apart. `error` tells why that failed.
 struct Arguments {
@@ -229,11 +231,13 @@ int SetPin(const Arguments& arguments, const Tree& tree) {
 }
 
 int Check(const Tree& tree) {
-    const auto [wrong, unfinished] = CheckTree(tree);
+    const auto [wrong, unfinished, stranded] = CheckTree(tree);
     for (const QString& sentence : wrong)
         Say(stdout, sentence + "\n");
     for (const QString& sentence : unfinished)
         Say(stdout, "Still to be entered: " + sentence + "\n");
+    for (const QString& sentence : stranded)
+        Say(stdout, "Papers: " + sentence + "\n");
     if (wrong.isEmpty()) Say(stdout, "Nothing is wrong with " + tree.root + ".\n");
     return wrong.isEmpty() ? 0 : 1;
 }

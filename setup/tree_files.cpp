@@ -98,6 +98,8 @@ QString FileFaultWords(platform::FileFault fault) {
             return "it is in use.";
         case FileFault::TargetExists:
             return "something bears its name already.";
+        case FileFault::Changed:
+            return "it changed while it was copied.";
         default:
             return "its disk fails.";
     }

@@ -1,6 +1,7 @@
 #include "session/run/main.h"
 
 #include "diary/kept_inputs.h"
+#include "diary/slot_papers.h"
 #include "diary/typed_content.h"
 #include "items/calendar.h"
 #include "items/display_forms.h"
@@ -92,6 +93,7 @@ void Client::Run() {
         modules_.outside.host.Show(modules_.diary.form);
         if (!modules_.outside.host.Ended()) modules_.screen.FocusAfterShow();
         if (!modules_.outside.host.Ended()) TakePrecautions();
+        if (!modules_.outside.host.Ended()) diary::FinishPapers(modules_.diary);
         if (!modules_.outside.host.Ended()) diary::OfferTyped(modules_.diary);
         modules_.outside.host.Run();
     }

@@ -1,6 +1,5 @@
 #include "session/run/modules.h"
 
-#include "diary/attachment_page.h"
 #include "hostsetup/office_trust.h"
 
 namespace session {
@@ -17,8 +16,6 @@ Modules::Modules(const Outside& world, std::function<void()> end)
                hostsetup::PrepareOfficeTrust(*outside.registry, context.UserReportFolder,
                                              [this](const QString& message) { outside.host.Tell(message); });
     };
-    move.rekeyAttachments = [this](const QString& from, const QString& to) { diary::MoveAttachments(diary, from, to); };
-    move.copyAttachments = [this](const QString& from, const QString& to) { diary::CopyAttachments(diary, from, to); };
     diary.showMoveScreen = [this] { moveScreen.Show(); };
 }
 

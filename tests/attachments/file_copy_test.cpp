@@ -123,6 +123,28 @@ TEST_F(FileCopy, BrokenOffHalfWayLeavesNothing) {
     EXPECT_EQ(Target(), "");
 }
 
+TEST_F(FileCopy, OfAFileThatIsWrittenToMeanwhileFails) {
+    Write("from/folder/b.bin", "head", 8 * kMegabyte);
+    const QString file = At("from/folder/b.bin");
+    const std::function<void()> writers[] = {
+        [&] { QFile::resize(file, 2 * kMegabyte); }, [&] { QFile::resize(file, 16 * kMegabyte); },
+        [&] {
+            QFile other(file);
+            EXPECT_TRUE(other.open(QIODevice::ReadWrite) && other.write("HEAD") > 0);
+        }};
+    for (const auto& write : writers) {
+        QFile::resize(file, 8 * kMegabyte);
+        bool written = false;
+        const auto meanwhile = [&](qint64 done, qint64) {
+            if (done >= kMegabyte && !std::exchange(written, true)) write();
+            return true;
+        };
+        EXPECT_EQ(CopyWhole(At("from/folder"), At("to/folder"), meanwhile).fault, FileFault::Changed);
+        EXPECT_EQ(Target(), "");
+    }
+    EXPECT_EQ(Copy("from/folder", "to/folder"), FileFault::None);
+}
+
 TEST_F(FileCopy, RunningOutOfRoomLeavesNothing) {
     Write("from/folder/a.bin", "small");
     Write("from/folder/b.bin", "head", 16 * kMegabyte);

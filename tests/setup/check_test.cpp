@@ -85,6 +85,32 @@ TEST(Check, FindsEachKindOfDamageAndNothingInASoundTree) {
     EXPECT_FALSE(QFileInfo::exists(sound.tree.root + "/nowhere"));
 }
 
+TEST(Check, TellsPapersThatBelongToNothing) {
+    TemporaryTree made;
+    ASSERT_EQ(made.Create({}), "");
+    RunSql(made.tree, false,
+           "INSERT INTO T営業活動明細 (担当者コード, 日付, 開始時刻, 終了時刻) VALUES ('00001', '20261120', '10:00', "
+           "'24:30')");
+    RunSql(
+        made.tree, false,
+        "INSERT INTO M付属書類 (情報名, 情報識別ID, SEQNo, 書類名) VALUES ('活動手帳', '202611201000243000001', '001', "
+        "'C:\\机\\見積.txt'), ('活動手帳', '202611201000103000001', '001', '/x/図面'), ('他', '1', '001', 'y')");
+    for (const QString name :
+         {"活動手帳_202611201000243000001_001_見積.txt", "活動手帳_202611201000243000001_002_見積.txt",
+          "活動手帳_202611201000103000001_001_図面", "他_1_001_y", ".katsudo-0123", ".katsudo-4567"}) {
+        QFile file(made.tree.Folder("documents/" + name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        if (name == ".katsudo-4567")
+            file.setFileTime(QDateTime(QDate(2026, 1, 1), QTime(9, 0)), QFileDevice::FileModificationTime);
+    }
+    const TreeReport report = CheckTree(made.tree);
+    EXPECT_EQ(report.wrong, QStringList{});
+    EXPECT_EQ(report.stranded,
+              (QStringList{"1 rows of M付属書類 have a slot that is gone: 活動手帳_202611201000103000001_001_図面.",
+                           "2 copies in the document folder have no row: .katsudo-4567, "
+                           "活動手帳_202611201000243000001_002_見積.txt."}));
+}
+
 TEST(Check, TellsThatAnEmptyTreeHasNoClassesYet) {
     TemporaryTree made;
     ASSERT_EQ(made.Create({}), "");
