@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "store/fault_kinds.h"
 #include "store/patience.h"
 #include "store/qt_query.h"
 #include "store/sqlite_dialect.h"
@@ -18,7 +19,8 @@ constexpr qint64 kSmallestStore = 512;
 
 class SqliteConnection : public Connection {
   public:
-    SqliteConnection(std::unique_ptr<SqliteFile> file, int patience) : file_(std::move(file)), patience_(patience) {}
+    SqliteConnection(std::unique_ptr<SqliteFile> file, QString path, int patience)
+        : file_(std::move(file)), path_(std::move(path)), patience_(patience) {}
 
     std::unique_ptr<Recordset> Query(const QString& sql, Fault& fault, int mostRows) override {
         const auto rewritten = Prepare(sql, fault);
@@ -29,14 +31,17 @@ class SqliteConnection : public Connection {
         query.setForwardOnly(true);
         auto rows = StartQuery(query, *rewritten, fault) ? ReadRows(query, mostRows, fault) : nullptr;
         query.finish();
+        if (!rows) TellKind(fault);
         KeepPatience(rows != nullptr, fault);
         return rows;
     }
 
     bool Execute(const QString& sql, Fault& fault) override {
         const auto rewritten = Prepare(sql, fault);
-        const bool done = rewritten && file_->Run(*rewritten, fault);
-        if (rewritten) KeepPatience(done, fault);
+        if (!rewritten) return false;
+        const bool done = file_->Run(*rewritten, fault);
+        if (!done) TellKind(fault);
+        KeepPatience(done, fault);
         return done;
     }
 
@@ -51,6 +56,14 @@ class SqliteConnection : public Connection {
         return ToSqlite(sql, fault);
     }
 
+    void TellKind(Fault& fault) const {
+        fault.ofFile = true;
+        fault.kind = KindOfSqlite(fault.number, fault.description);
+        if (IsSqliteIoFault(fault.number) && file_->DiskWasFull()) fault.kind = FaultKind::DiskFull;
+        // With the file, or its share, gone the engine complains of whatever it tried next.
+        if (fault.number != 0 && !QFileInfo::exists(path_)) fault.kind = FaultKind::Away;
+    }
+
     // Who waited in vain for a lock once has waited enough: until a statement gets through again the next ones give up
     // soon, so that a store that stays locked doesn't hold the user for twenty seconds a statement.
     void KeepPatience(bool done, const Fault& fault) {
@@ -63,12 +76,14 @@ class SqliteConnection : public Connection {
     }
 
     std::unique_ptr<SqliteFile> file_;
+    QString path_;
     int patience_;  // milliseconds, as the file is opened with
     bool patient_ = true;
 };
 
-Fault FileFault(const QString& path, const QString& what, int number = 0) {
-    return {number, QStringLiteral("%1: %2").arg(what, QDir::toNativeSeparators(path))};
+Fault FileFault(const QString& path, const QString& what, const Fault& engine = {}) {
+    const FaultKind kind = QFileInfo::exists(path) ? KindOfSqlite(engine.number, engine.description) : FaultKind::Away;
+    return {engine.number, QStringLiteral("%1: %2").arg(what, QDir::toNativeSeparators(path)), kind, true};
 }
 
 bool LooksLikeFile(const QString& path, Fault& fault) {
@@ -100,11 +115,11 @@ std::unique_ptr<Connection> OpenSqliteConnection(const QString& path, Fault& fau
     const bool good = file && (file->Run(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"), engine) ||
                                (engine.number & 0xff) == kBusy);
     if (!good) {
-        fault = FileFault(path, QStringLiteral("データベースファイルを開けません (%1)").arg(engine.description),
-                          engine.number);
+        fault =
+            FileFault(path, QStringLiteral("データベースファイルを開けません (%1)").arg(engine.description), engine);
         return nullptr;
     }
-    return std::make_unique<SqliteConnection>(std::move(file), patience);
+    return std::make_unique<SqliteConnection>(std::move(file), path, patience);
 }
 
 }  // namespace store
