@@ -6,6 +6,7 @@
 #include "diary/focus_gate.h"
 #include "diary/masked_item.h"
 #include "diary/painting.h"
+#include "diary/replaced_slot.h"
 #include "diary/slot_loading.h"
 #include "diary/slot_saving.h"
 #include "diary/slot_statements.h"
@@ -39,12 +40,30 @@ bool MayWrite(DiaryContext& diary, Operation operation) {
     return false;
 }
 
-/// Ends a run that another program started with a slot key; others go on with the next slot.
-void GoOnAt(DiaryContext& diary, const char* nextItem) {
-    if (diary.session.SlotKeyGiven)
+/// Finds out by staff, date and start whether the slot is on file, and gives what stands there. A read that fails
+/// leaves the finding as it was.
+std::vector<StoredRow> FindByStart(DiaryContext& diary) {
+    auto rows = StoredRowsAtStart(diary);
+    if (rows) diary.session.NewSlotMode = rows->empty();
+    return std::move(rows).value_or(std::vector<StoredRow>());
+}
+
+/// Behind a save or delete. A run for one slot, which another program started, ends with what was `done`, and keeps its
+/// slot on the screen when nothing was; others go on with the next slot in any case.
+void GoOnAt(DiaryContext& diary, bool done, const char* nextItem) {
+    if (diary.session.SlotKeyGiven && done)
         QuitScreen(diary);
     else
         FocusControl(diary, nextItem);
+}
+
+/// Makes room for the next slot. A run for one slot has none, and goes on with its own when that isn't `done`.
+void ClearForNext(DiaryContext& diary, bool done) {
+    if (done || !diary.session.SlotKeyGiven)
+        ClearSlot(diary);
+    else
+        FindByStart(diary);
+    RefreshScreen(diary);
 }
 
 /// Whether anything refers to the slot. Nothing in this program does; the place is kept for such a rule.
@@ -92,23 +111,26 @@ bool CheckRequiredItems(DiaryContext& diary) {
 }
 
 void RegisterSlot(DiaryContext& diary) {
+    // A key that was just typed has been looked for by its end only.
+    const std::vector<StoredRow> replaced = FindByStart(diary);
     if (!MayWrite(diary, diary.session.NewSlotMode ? identity::kEnter : identity::kModify)) return;
     if (!CheckRequiredItems(diary)) return;
-    if (AskRegister(diary, session::kProgramId, QString()) > kConfirmed) {
+    if (AskRegister(diary, session::kProgramId, QString(), WordsBeforeSave(diary, replaced)) > kConfirmed) {
         FocusControl(diary, *diary.state.LastLeftControl);
         return;
     }
+    SaveOutcome outcome;
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
         KeepTyped(diary);
-        if (WriteSlot(diary))
+        outcome = WriteSlot(diary);
+        if (outcome.done)
             ForgetTyped(diary);
-        else
+        else if (!diary.session.SlotKeyGiven)
             SetTypedAside(diary);
-        ClearSlot(diary);
-        RefreshScreen(diary);
+        ClearForNext(diary, outcome.done);
     }
-    GoOnAt(diary, "営業活動日付日");
+    GoOnAt(diary, outcome.done, "営業活動日付日");
 }
 
 void DeleteSlot(DiaryContext& diary) {
@@ -124,13 +146,13 @@ void DeleteSlot(DiaryContext& diary) {
         FocusControl(diary, *diary.state.LastLeftControl);
         return;
     }
+    DeleteOutcome outcome;
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        DeleteDetailExact(diary);
-        ClearSlot(diary);
-        RefreshScreen(diary);
+        outcome = DeleteDetailExact(diary);
+        ClearForNext(diary, outcome.done);
     }
-    GoOnAt(diary, "相手先コード");
+    GoOnAt(diary, outcome.done, "相手先コード");
 }
 
 void OpenMoveScreen(DiaryContext& diary) {
@@ -151,7 +173,8 @@ void OpenMoveScreen(DiaryContext& diary) {
 }
 
 bool QuitScreen(DiaryContext& diary) {
-    if (!diary.session.NewSlotMode && !CheckRequiredItems(diary)) return false;
+    // What was only looked at may lack what it likes: the slot of somebody who has left has no department here.
+    if (diary.state.InputHappened && !diary.session.NewSlotMode && !CheckRequiredItems(diary)) return false;
     if (diary.state.InputHappened) {
         const Button answer = diary.host.Ask({screen::kProgramTitle,
                                               QStringLiteral("入力がありました。\r終了しますか？"),

@@ -141,6 +141,7 @@ void ClearSlot(DiaryContext& diary) {
     diary.slot.営業活動曜日 = weekday;
     diary.slot.相手先名称入力区分 = 1;
     diary.state.LoadedSlotDate.clear();
+    diary.state.Loaded = LoadedRow();
     diary.session.StaffCode.clear();
     diary.session.NewSlotMode = true;
 }

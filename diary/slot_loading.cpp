@@ -1,9 +1,12 @@
 #include "diary/slot_loading.h"
 
+#include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/painting.h"
+#include "diary/replaced_slot.h"
 #include "diary/slot_statements.h"
 #include "diary/staff_resolution.h"
+#include "diary/text_items.h"
 
 namespace diary {
 
@@ -31,7 +34,7 @@ void TakeRow(const store::Recordset& row, ActivitySlot& slot, bool withDeal) {
     TakeColumn(row, QStringLiteral("対応分類"), slot.対応分類);
     TakeColumn(row, QStringLiteral("相手先区分"), slot.相手先区分);
     for (const SlotText& text : kPartyTexts)
-        TakeColumn(row, QString::fromUtf8(text.name), slot.*text.field);
+        TakeText(row, text, slot);
     TakeColumn(row, QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
     for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
         const QString name = session::DocumentKinds()[kind];
@@ -57,6 +60,8 @@ void BecomeNew(DiaryContext& diary) {
 void BecomeExisting(DiaryContext& diary, const store::Recordset& row, bool withDeal) {
     diary.state.LoadedSlotDate = diary.session.SlotDate;
     TakeRow(row, diary.slot, withDeal);
+    diary.state.Loaded = LoadedRowOf(row);
+    diary.state.ContactOf = PartyKey(diary.slot);
     diary.session.NewSlotMode = false;
     diary.state.InputHappened = false;
 }

@@ -7,6 +7,8 @@
 #include "diary/commands.h"
 #include "diary/focus_gate.h"
 #include "diary/painting.h"
+#include "diary/text_items.h"
+#include "items/text_rules.h"
 
 namespace diary {
 
@@ -74,6 +76,9 @@ QJsonObject ToJson(const DiaryContext& diary) {
     json["NewSlotMode"] = diary.session.NewSlotMode;
     json["InputHappened"] = diary.state.InputHappened;
     json["LoadedSlotDate"] = diary.state.LoadedSlotDate;
+    const LoadedRow& loaded = diary.state.Loaded;
+    json["Loaded"] = QJsonArray{loaded.担当者コード, loaded.日付,     loaded.開始時刻, loaded.終了時刻,
+                                loaded.登録日付,     loaded.更新日付, loaded.ユーザID};
     if (const screen::Control* item = ItemUnderWay(diary)) {
         json["item"] = item->Name();
         json["text"] = item->RawText();
@@ -84,8 +89,11 @@ QJsonObject ToJson(const DiaryContext& diary) {
 void FromJson(DiaryContext& diary, const QJsonObject& json) {
     for (const KeyText& text : kKeyTexts)
         diary.session.*text.field = json[QString::fromUtf8(text.name)].toString();
-    ForEachSlotText(
-        [&](const SlotText& text) { diary.slot.*text.field = json[QString::fromUtf8(text.name)].toString(); });
+    ForEachSlotText([&](const SlotText& text) {
+        const QString name = QString::fromUtf8(text.name);
+        const QString kept = json[name].toString();
+        diary.slot.*text.field = IsNumberText(name) ? items::WithoutQuotes(kept) : kept;
+    });
     for (const SlotNumber& number : kNumbers)
         diary.slot.*number.field = json[QString::fromUtf8(number.name)].toInt();
     const QJsonArray documents = json["documents"].toArray();
@@ -96,6 +104,9 @@ void FromJson(DiaryContext& diary, const QJsonObject& json) {
     diary.session.NewSlotMode = json["NewSlotMode"].toBool();
     diary.state.InputHappened = json["InputHappened"].toBool();
     diary.state.LoadedSlotDate = json["LoadedSlotDate"].toString();
+    const QJsonArray loaded = json["Loaded"].toArray();
+    diary.state.Loaded = {loaded[0].toString(), loaded[1].toString(), loaded[2].toString(), loaded[3].toString(),
+                          loaded[4].toString(), loaded[5].toString(), loaded[6].toString()};
 }
 
 void Restore(DiaryContext& diary, const QJsonObject& json) {

@@ -121,6 +121,15 @@ TEST(Open, AReadOnlyStoreOpensAndItsWritesFault) {
     EXPECT_EQ(QDir(db.Folder()).entryList(QDir::Files), QStringList{"store.accdb"});
 }
 
+TEST(Open, AStoreThatWasTakenAwayIsAway) {
+    OpenStore db;
+    db.Do("CREATE TABLE t (a TEXT)");
+    ASSERT_TRUE(QFile::remove(db.Path()));
+    Fault fault;
+    EXPECT_FALSE(db->Execute("INSERT INTO t VALUES ('1')", fault));
+    EXPECT_TRUE(fault.kind == FaultKind::Away && fault.ofFile) << fault.number << fault.description.toStdString();
+}
+
 TEST(Open, AStoreInTheMiddleOfAWriteOpens) {
     OpenStore db;
     db.Do("CREATE TABLE t (a TEXT)");
