@@ -1,5 +1,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -12,6 +13,15 @@ using screen::Control;
 using screen::ControlKind;
 
 namespace {
+
+/// Words of several sentences break into lines; a short question keeps its own.
+void BreakLongWords(QWidget* widget, const Control& control) {
+    constexpr int kLong = 30, kWidth = 460;
+    auto* label = qobject_cast<QLabel*>(widget);
+    if (!label || control.Caption().size() <= kLong) return;
+    label->setWordWrap(true);
+    label->setMinimumWidth(kWidth);
+}
 
 /// Where a control of a dialog goes.
 enum class Place { Words, Title, Entry, Wide, Button };
@@ -53,6 +63,7 @@ void LayOutDialog(WidgetShelf& shelf, QWidget& content) {
         switch (PlaceOf(*control)) {
             case Place::Words:
                 if (control->Kind() == ControlKind::SSPanel) widget->setProperty("role", QStringLiteral("title"));
+                BreakLongWords(widget, *control);
                 words->addWidget(widget);
                 break;
             case Place::Title:

@@ -8,6 +8,7 @@
 #include "diary/masked_item.h"
 #include "diary/outcome_words.h"
 #include "diary/painting.h"
+#include "diary/replaced_slot.h"
 #include "diary/slot_input.h"
 #include "diary/slot_loading.h"
 #include "diary/slot_statements.h"
@@ -42,12 +43,31 @@ bool MayWrite(DiaryContext& diary, Operation operation) {
     return false;
 }
 
-/// Ends a run that another program started with a slot key; others go on with the next slot.
-void GoOnAt(DiaryContext& diary, const char* nextItem) {
-    if (diary.session.SlotKeyGiven)
+/// Finds out by staff, date and start whether the slot is on file, and gives what stands there. A read that fails
+/// leaves the finding as it was.
+std::vector<StoredRow> FindByStart(DiaryContext& diary) {
+    auto rows = StoredRowsAtStart(diary);
+    if (rows) diary.session.NewSlotMode = rows->empty();
+    return std::move(rows).value_or(std::vector<StoredRow>());
+}
+
+/// Behind a save or delete. A run for one slot, which another program started, ends with what was `done`, and keeps its
+/// slot on the screen when nothing was; others go on with the next slot in any case.
+void GoOnAt(DiaryContext& diary, bool done, const char* nextItem) {
+    if (diary.session.SlotKeyGiven && done)
         QuitScreen(diary);
     else
         FocusControl(diary, nextItem);
+}
+
+/// Makes room for the next slot. What is safe nowhere stays on the screen, and so does the slot of a run for one slot
+/// when it isn't done.
+void MakeRoomForNext(DiaryContext& diary, const ToldWrite& told) {
+    if (told.safe && (told.done || !diary.session.SlotKeyGiven))
+        ClearSlot(diary);
+    else
+        FindByStart(diary);
+    RefreshScreen(diary);
 }
 
 /// Whether anything refers to the slot. Nothing in this program does; the place is kept for such a rule.
@@ -95,18 +115,21 @@ bool CheckRequiredItems(DiaryContext& diary) {
 }
 
 void RegisterSlot(DiaryContext& diary) {
+    // A key that was just typed has been looked for by its end only.
+    const std::vector<StoredRow> replaced = FindByStart(diary);
     if (!MayWrite(diary, diary.session.NewSlotMode ? identity::kEnter : identity::kModify)) return;
     if (!CheckRequiredItems(diary)) return;
-    if (AskRegister(diary, session::kProgramId, QString()) > kConfirmed) {
+    if (AskRegister(diary, session::kProgramId, QString(), WordsBeforeSave(diary, replaced)) > kConfirmed) {
         FocusControl(diary, *diary.state.LastLeftControl);
         return;
     }
+    ToldWrite told;
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        if (SaveAndTell(diary).safe) ClearSlot(diary);
-        RefreshScreen(diary);
+        told = SaveAndTell(diary);
+        MakeRoomForNext(diary, told);
     }
-    GoOnAt(diary, "営業活動日付日");
+    GoOnAt(diary, told.done, "営業活動日付日");
 }
 
 void DeleteSlot(DiaryContext& diary) {
@@ -122,12 +145,13 @@ void DeleteSlot(DiaryContext& diary) {
         FocusControl(diary, *diary.state.LastLeftControl);
         return;
     }
+    ToldWrite told;
     {
         const screen::WaitDialog wait(diary.host, &diary.form);
-        if (DeleteAndTell(diary).safe) ClearSlot(diary);
-        RefreshScreen(diary);
+        told = DeleteAndTell(diary);
+        MakeRoomForNext(diary, told);
     }
-    GoOnAt(diary, "相手先コード");
+    GoOnAt(diary, told.done, "相手先コード");
 }
 
 void OpenMoveScreen(DiaryContext& diary) {
@@ -148,7 +172,8 @@ void OpenMoveScreen(DiaryContext& diary) {
 }
 
 bool QuitScreen(DiaryContext& diary) {
-    if (!diary.session.NewSlotMode && !CheckRequiredItems(diary)) return false;
+    // What was only looked at may lack what it likes: the slot of somebody who has left has no department here.
+    if (diary.state.InputHappened && !diary.session.NewSlotMode && !CheckRequiredItems(diary)) return false;
     if (diary.state.InputHappened) {
         const Button answer = diary.host.Ask({screen::kProgramTitle,
                                               QStringLiteral("入力がありました。\r終了しますか？"),

@@ -4,7 +4,7 @@ namespace diary {
 
 using screen::ControlKind;
 
-int AskRegister(DiaryContext& diary, const QString& programId, const QString& inputMessage) {
+int AskRegister(DiaryContext& diary, const QString& programId, const QString& inputMessage, const QString& content) {
     constexpr int kRed = 192;
     int answer = 2;
     screen::Form dialog(QStringLiteral("msg登録確認"));
@@ -15,6 +15,7 @@ int AskRegister(DiaryContext& diary, const QString& programId, const QString& in
         isNew ? QStringLiteral("登録します。よろしいですか？") : QStringLiteral("修正します。よろしいですか？"));
     if (!isNew) message.foreColor = kRed;
     dialog.Add(ControlKind::CaptionLabel, QStringLiteral("lab_inpmsg"), inputMessage);
+    dialog.Add(ControlKind::CaptionLabel, QStringLiteral("登録内容"), content).SetVisible(!content.isEmpty());
     const auto add = [&](const QString& name, const QString& caption, int value) {
         dialog.Add(ControlKind::SSCommand, name, caption).onClick = [&diary, &dialog, &answer, value] {
             answer = value;

@@ -8,7 +8,9 @@ namespace diary {
 inline constexpr int kConfirmed = 1;
 
 /// Asks whether to register the slot, or in red whether to change it, in the dialog `msg登録確認`. `inputMessage` is
-/// shown below the question. Returns 1 for yes, 2 for no; closing the dialog by its frame is a no.
-int AskRegister(DiaryContext& diary, const QString& programId, const QString& inputMessage);
+/// shown below the question, and below that `content`, what the user should know of it (WordsBeforeSave). Returns 1 for
+/// yes, 2 for no; closing the dialog by its frame is a no.
+int AskRegister(DiaryContext& diary, const QString& programId, const QString& inputMessage,
+                const QString& content = {});
 
 }  // namespace diary

@@ -34,14 +34,16 @@ void Change(DiaryContext& diary, QString& field, const QString& value) {
     diary.state.InputHappened = true;
 }
 
-enum class TakeRule { Plain, NonEmpty, Digits };
+/// Digits: a number that has some; Number: one that may be empty.
+enum class TakeRule { Plain, NonEmpty, Digits, Number };
 
 void Take(DiaryContext& diary, const store::Recordset& row, const char* column, QString& field, TakeRule rule) {
     const auto value = row.Value(QString::fromUtf8(column));
     if (!value) return;
     if (rule == TakeRule::NonEmpty && value->isEmpty()) return;
     if (rule == TakeRule::Digits && DigitsOnly(*value).isEmpty()) return;
-    Change(diary, field, *value);
+    const bool number = rule == TakeRule::Digits || rule == TakeRule::Number;
+    Change(diary, field, number ? items::WithoutQuotes(*value) : *value);
 }
 
 /// What a party's row fills.
@@ -88,6 +90,10 @@ QString ContactTable(int kind) {
 QString ContactKeyColumn(int kind) {
     const PartyMaster* master = MasterOf(kind);
     return master ? QString::fromUtf8(master->contactKey) : QString();
+}
+
+QString PartyKey(const ActivitySlot& slot) {
+    return QString::number(slot.相手先区分) + slot.相手先コード;
 }
 
 std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const QString& code) {
@@ -145,7 +151,7 @@ void PostcodeLeft(DiaryContext& diary) {
         field.clear();
         diary.state.NoticeText.clear();
     } else if (diary.data.OpenMainRecordset(row, "SELECT * FROM M郵便番号 WHERE 郵便番号 = '" + text + "'")) {
-        session::TakeColumn(*row, QStringLiteral("郵便番号"), field);
+        field = items::WithoutQuotes(row->Value(QStringLiteral("郵便番号")).value_or(field));
         // An address that was typed before stays.
         ActivitySlot& slot = diary.slot;
         if (slot.相手先住所A.trimmed().isEmpty()) session::TakeColumn(*row, QStringLiteral("住所A"), slot.相手先住所A);
@@ -172,7 +178,8 @@ std::unique_ptr<store::Recordset> ResolveContact(DiaryContext& diary, const QStr
 void TakeContact(DiaryContext& diary, const store::Recordset& row) {
     Take(diary, row, "御担当者コード", diary.slot.相手先御担当者コード, TakeRule::Plain);
     Take(diary, row, "氏名", diary.slot.相手先御担当者名, TakeRule::Plain);
-    Take(diary, row, "電話", diary.slot.相手先御担当者電話, TakeRule::Plain);
+    Take(diary, row, "電話", diary.slot.相手先御担当者電話, TakeRule::Number);
+    diary.state.ContactOf = PartyKey(diary.slot);
 }
 
 void ForgetContact(DiaryContext& diary) {
@@ -182,7 +189,11 @@ void ForgetContact(DiaryContext& diary) {
 }
 
 void ContactCodeLeft(DiaryContext& diary) {
-    const auto code = ChangedCode(diary, "相手先御担当者コード", items::ZeroMask(5), diary.slot.相手先御担当者コード);
+    const QString& held = diary.slot.相手先御担当者コード;
+    auto code = ChangedCode(diary, "相手先御担当者コード", items::ZeroMask(5), held);
+    // Two parties may each have a contact of that code: picked for the one, it isn't the other's any more.
+    const bool ofFormerParty = diary.state.ContactOf != PartyKey(diary.slot);
+    if (!code && diary.state.PickingContact && ofFormerParty && !held.isEmpty()) code = held;
     if (!code) return;
     diary.state.InputHappened = true;
     if (code->isEmpty()) {

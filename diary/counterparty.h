@@ -17,6 +17,9 @@ QString PartyTable(int kind);
 QString ContactTable(int kind);
 QString ContactKeyColumn(int kind);
 
+/// Kind and code of the slot's counterparty as one text.
+QString PartyKey(const ActivitySlot& slot);
+
 /// Looks a code up in the master of the slot's kind. Null when there is none.
 std::unique_ptr<store::Recordset> ResolveCounterparty(DiaryContext& diary, const QString& code);
 

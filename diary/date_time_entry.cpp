@@ -69,7 +69,8 @@ void StepBack(DiaryContext& diary, TimeParts& time, int minutes) {
     if (!wholeHour && time.endMinute >= step) {
         time.endMinute = Shifted(time.endMinute, -minutes);
     } else {
-        time.endHour = Shifted(time.endHour, -1);
+        // An hour of 0 here is that of the day after: an end of the same day lies behind its start.
+        time.endHour = Shifted(time.endHour, Val16(time.endHour) < 1 ? 23 : -1);
         if (!wholeHour) time.endMinute = Shifted(time.endMinute, 60 - minutes);
     }
 }
@@ -99,6 +100,10 @@ void StepForward(DiaryContext& diary, TimeParts& time, int minutes) {
 }
 
 }  // namespace
+
+QString TypedPart(const QString& text, const QString& mask) {
+    return items::DigitsOnly(text).isEmpty() ? QString() : items::FormatToMask(text, mask);
+}
 
 void NormalizeSlotDate(DiaryContext& diary) {
     SessionContext& key = diary.session;

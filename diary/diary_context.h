@@ -27,6 +27,13 @@
 
 namespace diary {
 
+/// The row that the screen was loaded from: its key, and its stamps as they were then, so that it can be told what a
+/// save would replace. Stays while the key on the screen moves on, until another row is loaded or the slot is cleared.
+struct LoadedRow {
+    QString 担当者コード, 日付, 開始時刻, 終了時刻;  ///< empty when the screen holds no row
+    QString 登録日付, 更新日付, ユーザID;
+};
+
 /// What the main screen knows beside the slot itself.
 struct ScreenState {
     /// True while the program itself writes to items; every handler of the screen returns at once.
@@ -37,6 +44,11 @@ struct ScreenState {
     bool SlotGroupsPrepared = false;
     /// Date of the loaded row; empty when the screen holds none.
     QString LoadedSlotDate;
+    LoadedRow Loaded;
+    /// Whose contact stands on the slot (PartyKey), as it was looked up or loaded.
+    QString ContactOf;
+    /// A contact is being picked from its list.
+    bool PickingContact = false;
     /// Highest index in use in the three option groups; -1 when the table gave no row.
     int 発信区分Count = -1, 応対方法Count = -1, 要件分類Count = -1;
     /// Message of the last lookup.

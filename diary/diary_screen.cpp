@@ -109,7 +109,7 @@ void DiaryScreen::WireFocus() {
 void DiaryScreen::LeaveDateOrTime(Control& item, QString& field, const QString& mask,
                                   void (*normalize)(DiaryContext&)) {
     diary_.state.LastLeftControl = &item;
-    const QString text = items::FormatToMask(item.Text(), mask);
+    const QString text = TypedPart(item.Text(), mask);
     if (text == field) {
         const FillingScope filling(diary_.state);
         item.SetText(text);

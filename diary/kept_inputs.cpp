@@ -24,6 +24,7 @@ QString KeepInput(DiaryContext& diary, const QJsonObject& input, const QString& 
     const std::vector<platform::KeptFiles::Entry> before = diary.kept.List();
     QJsonObject kept = input;
     kept.remove("replacing");
+    kept.remove("loaded");
     kept["reason"] = reason;
     kept["moment"] = items::StampText(now);
     const QString id = diary.kept.Keep(items::StampText(now), QJsonDocument(kept).toJson(QJsonDocument::Compact));

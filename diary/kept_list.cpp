@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 
 #include "diary/commands.h"
+#include "diary/counterparty.h"
 #include "diary/focus_gate.h"
 #include "diary/kept_inputs.h"
 #include "diary/painting.h"
@@ -74,6 +75,8 @@ void OpenKeptList(DiaryContext& diary) {
 void PutInputOnScreen(DiaryContext& diary, const QJsonObject& input) {
     TakeInput(diary, input);
     diary.state.CameAs = ActivitySlot();
+    diary.state.Loaded = LoadedRow();
+    diary.state.ContactOf = PartyKey(diary.slot);
     diary.state.TypedTexts.clear();
     diary.state.InputHappened = true;
     diary.session.NewSlotMode = RowsAtStart(diary, KeyOnScreen(diary)).isEmpty();

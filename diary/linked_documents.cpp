@@ -1,9 +1,12 @@
 #include "diary/linked_documents.h"
 
 #include "diary/commands.h"
+#include "diary/counterparty.h"
 #include "diary/focus_gate.h"
 #include "diary/masked_item.h"
 #include "diary/painting.h"
+#include "diary/slot_loading.h"
+#include "diary/text_items.h"
 #include "items/calendar.h"
 #include "items/text_rules.h"
 
@@ -61,16 +64,13 @@ int CountReferences(DiaryContext& diary, std::size_t kind) {
     return diary.data.OpenMainRecordset(row, sql) ? 0 : 1;
 }
 
-void TakeStaff(DiaryContext& diary, const store::Recordset& row) {
-    if (!diary.session.StaffCode.isEmpty()) return;
+/// A payment or a deal brings its staff group onto an empty screen. True when the slot got a staff member by it.
+bool TakeStaff(DiaryContext& diary, const store::Recordset& row) {
+    if (!diary.session.StaffCode.isEmpty()) return false;
     TakeColumn(row, QStringLiteral("担当者コード"), diary.session.StaffCode);
     for (const SlotText& text : kStaffTexts)
         TakeColumn(row, QString::fromUtf8(text.name), diary.slot.*text.field);
-}
-
-bool CountsByDigits(const QString& column) {
-    static const QStringList columns{"相手先郵便番号", "相手先電話", "相手先FAX", "相手先御担当者電話"};
-    return columns.contains(column);
+    return !diary.session.StaffCode.isEmpty();
 }
 
 /// A deal brings its party onto a slot that has none.
@@ -80,9 +80,10 @@ void TakeParty(DiaryContext& diary, const store::Recordset& row) {
     TakeColumn(row, QStringLiteral("相手先区分"), slot.相手先区分);
     for (const SlotText& text : kPartyTexts) {
         const QString column = QString::fromUtf8(text.name);
-        if (CountsByDigits(column) && items::DigitsOnly(row.Value(column).value_or(QString())).isEmpty()) continue;
-        TakeColumn(row, column, slot.*text.field);
+        if (IsNumberText(column) && items::DigitsOnly(row.Value(column).value_or(QString())).isEmpty()) continue;
+        TakeText(row, text, slot);
     }
+    diary.state.ContactOf = PartyKey(slot);
     TakeColumn(row, QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
 }
 
@@ -190,11 +191,15 @@ std::unique_ptr<store::Recordset> FetchDocument(DiaryContext& diary, std::size_t
 }
 
 void TakeDocument(DiaryContext& diary, std::size_t kind, const store::Recordset& row) {
+    if ((kind == k出金 || kind == k案件) && TakeStaff(diary, row)) {
+        // The slot may be on file, as after a typed staff member. What was picked goes onto it, and isn't stored yet.
+        LoadSlotExact(diary);
+        diary.state.InputHappened = true;
+    }
     DocumentLink& link = diary.slot.documents[kind];
     TakeColumn(row, QStringLiteral("事業所コード"), link.事業所コード);
     TakeColumn(row, QStringLiteral("番号基準日付"), link.番号基準日付);
     TakeColumn(row, NumberColumn(kind), link.No);
-    if (kind == k出金 || kind == k案件) TakeStaff(diary, row);
     if (kind == k案件) TakeParty(diary, row);
     link.新規区分 = CountReferences(diary, kind);
 }

@@ -17,7 +17,7 @@ std::unique_ptr<store::Recordset> FetchDocument(DiaryContext& diary, std::size_t
                                                 const QString& baseDate, const QString& number);
 
 /// Copies a document into the slot: its reference, the mark of a first reference, and for payments and deals what an
-/// empty screen lacks.
+/// empty screen lacks. A staff member that comes by it brings the slot on file at that time, below the document.
 void TakeDocument(DiaryContext& diary, std::size_t kind, const store::Recordset& row);
 
 /// Takes the document off the slot.

@@ -63,7 +63,10 @@ void OpenContactList(DiaryContext& diary, Gesture gesture) {
     const QString column = strayColumn ? QStringLiteral("メーカコード") : ContactKeyColumn(kind);
     const QString condition = table + "." + column + " = '" + items::FormatToMask(code, items::ZeroMask(6)) + "'";
     const QByteArray list = ("wnd" + table.mid(1) + "一覧").toUtf8();
+    // A pick leaves the code item while the list is still open; a list that is given up doesn't.
+    diary.state.PickingContact = true;
     Open(diary, list.constData(), condition, "相手先御担当者コード", "相手先御担当者電話");
+    diary.state.PickingContact = false;
 }
 
 }  // namespace diary

@@ -39,7 +39,7 @@ void Write(DiaryContext& diary, const std::vector<ItemText>& texts) {
         diary.Item(item).SetText(text);
 }
 
-/// The one-time pass over the option groups. Later paints leave the buttons alone, so that a cleared slot still shows
+/// The one-time pass over the option groups. Later paints leave the buttons pressed, so that a cleared slot still shows
 /// what was pressed last.
 void PrepareGroups(DiaryContext& diary) {
     const ScreenState& state = diary.state;
@@ -81,6 +81,18 @@ void PressOptions(DiaryContext& diary) {
     diary.Item("対応分類名称", live).SetListIndex(slot.対応分類);
 }
 
+/// A button that is only left pressed from the slot before is not chosen.
+void MarkChosen(DiaryContext& diary) {
+    const ActivitySlot& slot = diary.slot;
+    const auto mark = [&diary](const char* group, int count, int place) {
+        for (int index = 0; index < count; ++index)
+            diary.Item(group, index).SetChosen(index + 1 == place);
+    };
+    mark("opb_発信区分", k発信区分Options, slot.発信区分);
+    mark("opb_応対方法", k応対方法Options, slot.応対方法);
+    mark("opb_要件分類", k要件分類Options, slot.要件分類);
+}
+
 void SetPartyTabStops(DiaryContext& diary) {
     const bool typed = diary.slot.相手先名称入力区分 != 0;
     for (const char* item : {"相手先略称", "相手先郵便番号", "相手先住所A", "相手先住所B", "相手先住所C", "相手先名称A",
@@ -96,6 +108,7 @@ void PaintItems(DiaryContext& diary) {
         diary.state.SlotGroupsPrepared = true;
     }
     PressOptions(diary);
+    MarkChosen(diary);
     diary.Item("相手先区分").SetValue(diary.slot.相手先区分);
     Write(diary, ContentTexts(diary));
     SetPartyTabStops(diary);
@@ -131,6 +144,7 @@ void ClearSlot(DiaryContext& diary) {
     diary.state.TypedTexts.clear();
     diary.state.PickedKept.clear();
     diary.state.LoadedSlotDate.clear();
+    diary.state.Loaded = LoadedRow();
     diary.session.StaffCode.clear();
     diary.session.NewSlotMode = true;
 }

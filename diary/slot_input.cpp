@@ -5,6 +5,7 @@
 #include "diary/date_time_entry.h"
 #include "diary/slot_row.h"
 #include "diary/slot_statements.h"
+#include "diary/text_items.h"
 #include "items/text_rules.h"
 #include "session/insert_builder.h"
 
@@ -68,7 +69,10 @@ void AddSlot(QJsonObject& json, const ActivitySlot& slot) {
 
 ActivitySlot SlotOf(const QJsonObject& json) {
     ActivitySlot slot;
-    ForEachSlotText([&](const SlotText& text) { slot.*text.field = json[Name(text.name)].toString(); });
+    ForEachSlotText([&](const SlotText& text) {
+        const QString kept = json[Name(text.name)].toString();
+        slot.*text.field = IsNumberText(Name(text.name)) ? items::WithoutQuotes(kept) : kept;
+    });
     for (const SlotNumber& number : kNumbers)
         slot.*number.field = json[Name(number.name)].toInt();
     const QJsonArray documents = json["documents"].toArray();

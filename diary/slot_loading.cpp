@@ -1,12 +1,15 @@
 #include "diary/slot_loading.h"
 
+#include "diary/counterparty.h"
 #include "diary/date_time_entry.h"
 #include "diary/kept_inputs.h"
 #include "diary/linked_documents.h"
 #include "diary/painting.h"
+#include "diary/replaced_slot.h"
 #include "diary/slot_row.h"
 #include "diary/slot_statements.h"
 #include "diary/staff_resolution.h"
+#include "diary/text_items.h"
 
 namespace diary {
 
@@ -46,6 +49,8 @@ void BecomeExisting(DiaryContext& diary, const store::Recordset& row, bool withD
     if (!withDeal) TellWhatStays(diary, row);
     // Payments are written with a slot but never shown by a load.
     TakeRow(row, diary.slot, {!withDeal, true});
+    diary.state.Loaded = LoadedRowOf(row);
+    diary.state.ContactOf = PartyKey(diary.slot);
     diary.state.CameAs = diary.slot;
     diary.state.TypedTexts.clear();
     diary.state.PickedKept.clear();

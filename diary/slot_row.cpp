@@ -1,5 +1,6 @@
 #include "diary/slot_row.h"
 
+#include "diary/text_items.h"
 #include "session/data_access.h"
 
 namespace diary {
@@ -24,7 +25,7 @@ void TakeRow(const store::Recordset& row, ActivitySlot& slot, Skipped skipped) {
     TakeColumn(row, QStringLiteral("対応分類"), slot.対応分類);
     TakeColumn(row, QStringLiteral("相手先区分"), slot.相手先区分);
     for (const SlotText& text : kPartyTexts)
-        TakeColumn(row, QString::fromUtf8(text.name), slot.*text.field);
+        TakeText(row, text, slot);
     TakeColumn(row, QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
     for (std::size_t kind = 0; kind < session::kDocumentKindCount; ++kind) {
         const QString name = session::DocumentKinds()[kind];

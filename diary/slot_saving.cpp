@@ -1,6 +1,9 @@
 #include "diary/slot_saving.h"
 
+#include <algorithm>
+
 #include "diary/date_time_entry.h"
+#include "diary/replaced_slot.h"
 #include "diary/slot_papers.h"
 #include "diary/slot_statements.h"
 #include "diary/text_items.h"
@@ -84,8 +87,8 @@ void EnsureHeaderRow(DiaryContext& diary) {
     Insert(diary, HeaderInsertStatement(diary.session, diary.slot));
 }
 
-void DeleteDetailForUpdate(DiaryContext& diary) {
-    Delete(diary, StartKeyCondition(diary.session));
+bool DeleteDetailForUpdate(DiaryContext& diary) {
+    return Delete(diary, StartKeyCondition(diary.session));
 }
 
 bool InsertDetailRow(DiaryContext& diary) {
@@ -111,17 +114,11 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
     insert.Digit(QStringLiteral("要件分類"), slot.要件分類);
     insert.Digit(QStringLiteral("対応分類"), slot.対応分類);
     insert.Digit(QStringLiteral("相手先区分"), slot.相手先区分);
-    for (const SlotText& text : kPartyTexts) {
-        const QString column = QString::fromUtf8(text.name);
-        // Codes and numbers go in as they stand, so a quote in one makes the statement fail; names are quoted safely.
-        if (IsFreeText(column))
-            insert.Escaped(column, slot.*text.field);
-        else
-            insert.Quoted(column, slot.*text.field);
-    }
+    for (const SlotText& text : kPartyTexts)
+        AddText(insert, QString::fromUtf8(text.name), slot.*text.field);
     insert.Digit(QStringLiteral("相手先名称入力区分"), slot.相手先名称入力区分);
     AddDocuments(insert, slot);
-    insert.Escaped(QStringLiteral("営業活動摘要"), slot.営業活動摘要);
+    AddText(insert, QStringLiteral("営業活動摘要"), slot.営業活動摘要);
     insert.Bare(QStringLiteral("活動時間"), QString::number(ActivityMinutes(session.StartTime, session.EndTime)));
     insert.Quoted(QStringLiteral("承認日付"), slot.承認日付);
     insert.Quoted(QStringLiteral("承認者コード"), slot.承認者コード);
@@ -132,19 +129,33 @@ QString DetailInsertStatement(const SessionContext& session, const ActivitySlot&
     return insert.Statement();
 }
 
-bool WriteSlot(DiaryContext& diary) {
+SaveOutcome WriteSlot(DiaryContext& diary) {
+    SaveOutcome outcome;
     auto papers = NotePapersOfReplaced(diary);
-    if (diary.session.NewSlotMode)
-        EnsureHeaderRow(diary);
-    else
-        DeleteDetailForUpdate(diary);
-    const bool inserted = InsertDetailRow(diary);
-    if (inserted) PapersFollow(diary, papers);
-    return inserted;
+    const bool change = !diary.session.NewSlotMode;
+    if (!change) EnsureHeaderRow(diary);
+    const bool deleted = change && DeleteDetailForUpdate(diary);
+    // A row that couldn't be deleted holds the key: what the INSERT then complains of isn't the reason.
+    if (change && !deleted) outcome.fault = diary.data.LastMainFault();
+    outcome.done = InsertDetailRow(diary);
+    if (outcome.done) {
+        PapersFollow(diary, papers);
+        return {true, {}, false};
+    }
+    if (!change || deleted) outcome.fault = diary.data.LastMainFault();
+    outcome.oldIsGone = deleted;
+    return outcome;
 }
 
-bool DeleteDetailExact(DiaryContext& diary) {
-    return Delete(diary, ExactKeyCondition(diary.session));
+DeleteOutcome DeleteDetailExact(DiaryContext& diary) {
+    DeleteOutcome outcome;
+    if (const auto rows = StoredRowsAtStart(diary))
+        outcome.rows = static_cast<int>(std::count_if(rows->begin(), rows->end(), [&diary](const StoredRow& row) {
+            return row["終了時刻"] == diary.session.EndTime;
+        }));
+    outcome.done = Delete(diary, ExactKeyCondition(diary.session));
+    if (!outcome.done) outcome = {false, diary.data.LastMainFault(), 0};
+    return outcome;
 }
 
 }  // namespace diary

@@ -16,10 +16,34 @@ const std::array<SlotText, 7> kLimitedTexts{{{"相手先略称", &ActivitySlot::
                                              {"相手先名称B", &ActivitySlot::相手先名称B},
                                              {"相手先御担当者名", &ActivitySlot::相手先御担当者名}}};
 
+namespace {
+
 bool IsFreeText(const QString& item) {
     return item == QStringLiteral("営業活動摘要") ||
            std::any_of(kLimitedTexts.begin(), kLimitedTexts.end(),
                        [&item](const SlotText& limited) { return item == QString::fromUtf8(limited.name); });
+}
+
+}  // namespace
+
+bool IsNumberText(const QString& item) {
+    static const QStringList items{"相手先郵便番号", "相手先電話", "相手先FAX", "相手先御担当者電話"};
+    return items.contains(item);
+}
+
+void TakeText(const store::Recordset& row, const SlotText& text, ActivitySlot& slot) {
+    const QString column = QString::fromUtf8(text.name);
+    const auto value = row.Value(column);
+    if (value) slot.*text.field = IsNumberText(column) ? items::WithoutQuotes(*value) : *value;
+}
+
+void AddText(session::InsertBuilder& insert, const QString& column, const QString& text) {
+    if (IsFreeText(column))
+        insert.Escaped(column, text);
+    else if (IsNumberText(column))
+        insert.Number(column, text);
+    else
+        insert.Quoted(column, text);
 }
 
 void CheckItemLength(DiaryContext& diary, const screen::Control& item) {
@@ -38,7 +62,7 @@ void LimitedTextLeft(DiaryContext& diary, const SlotText& text) {
 }
 
 void PhoneLeft(DiaryContext& diary, const SlotText& text) {
-    const QString typed = diary.Item(text.name).Text();
+    const QString typed = items::WithoutQuotes(diary.Item(text.name).Text());
     QString& field = diary.slot.*text.field;
     const QString digits = items::DigitsOnly(typed);
     if (digits == items::DigitsOnly(field)) return;

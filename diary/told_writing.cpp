@@ -13,8 +13,8 @@ namespace {
 
 const QString kReplacedRow = QStringLiteral("修正前の枠");
 
-QString Reason(const DiaryContext& diary) {
-    return QStringLiteral("（%1）。").arg(session::FaultReason(diary.data.LastMainFault()));
+QString Reason(const store::Fault& fault) {
+    return QStringLiteral("（%1）。").arg(session::FaultReason(fault));
 }
 
 /// Rows that would be stored as the slot on the screen is aren't worth keeping.
@@ -36,48 +36,51 @@ QJsonArray ExactRows(const DiaryContext& diary) {
 void TellDone(DiaryContext& diary, const QString& what, int failuresBefore) {
     diary.result.TellOutcome(what);
     if (diary.data.FailedWrites() > failuresBefore)
-        diary.result.Tell("一部の情報を書き込めませんでした" + Reason(diary));
+        diary.result.Tell("一部の情報を書き込めませんでした" + Reason(diary.data.LastMainFault()));
 }
 
 }  // namespace
 
-ToldSave SaveAndTell(DiaryContext& diary) {
+ToldWrite SaveAndTell(DiaryContext& diary) {
     const QString word = diary.session.NewSlotMode ? QStringLiteral("登録") : QStringLiteral("修正");
     const QString slot = SlotWords(diary);
     const QJsonObject input = InputOnScreen(diary);
-    diary.state.Replacing = RowsAtStart(diary, input);
+    if (!diary.session.NewSlotMode) diary.state.Replacing = RowsAtStart(diary, input);
     KeepTyped(diary);
     const QJsonArray replaced = OthersThan(input, diary.state.Replacing);
     const int failures = diary.data.FailedWrites();
-    if (WriteSlot(diary)) {
+    const SaveOutcome outcome = WriteSlot(diary);
+    if (outcome.done) {
         TellDone(diary, word + "しました。" + slot, failures);
         KeepRows(diary, replaced, kReplacedRow);
         diary.kept.Drop(diary.state.PickedKept);
         ForgetTyped(diary);
         return {true, true};
     }
-    const QString reason = Reason(diary);
-    if (RowsAtStart(diary, input).isEmpty()) KeepRows(diary, replaced, kReplacedRow);
-    const bool kept = !KeepInput(diary, input, word + "失敗").isEmpty();
-    diary.result.TellOutcome(word + "できませんでした" + reason +
+    if (outcome.oldIsGone || RowsAtStart(diary, input).isEmpty()) KeepRows(diary, replaced, kReplacedRow);
+    diary.state.PickedKept = KeepInput(diary, input, word + "失敗");
+    const bool kept = !diary.state.PickedKept.isEmpty();
+    diary.result.TellOutcome(word + "できませんでした" + Reason(outcome.fault) +
                              (kept ? "入力内容は控えてあります（Ctrl+F2）。" : "入力内容は画面に残してあります。"));
-    if (kept) ForgetTyped(diary);
+    // A run for one slot goes on with it.
+    if (kept && !diary.session.SlotKeyGiven) ForgetTyped(diary);
     return {false, kept};
 }
 
-ToldSave DeleteAndTell(DiaryContext& diary) {
+ToldWrite DeleteAndTell(DiaryContext& diary) {
     const QString slot = SlotWords(diary);
-    const QJsonArray rows = ExactRows(diary);
-    const QStringList kept = KeepRows(diary, rows, QStringLiteral("削除した枠"));
-    const bool safe = KeepWhatLeaves(diary, QStringLiteral("削除時の入力"));
-    if (!DeleteDetailExact(diary)) {
+    const QStringList kept = KeepRows(diary, ExactRows(diary), QStringLiteral("削除した枠"));
+    const DeleteOutcome outcome = DeleteDetailExact(diary);
+    const bool leaves = outcome.done || !diary.session.SlotKeyGiven;
+    const bool safe = !leaves || KeepWhatLeaves(diary, QStringLiteral("削除時の入力"));
+    if (!outcome.done) {
         for (const QString& id : kept)
             diary.kept.Drop(id);
-        diary.result.TellOutcome("削除できませんでした" + Reason(diary));
+        diary.result.TellOutcome("削除できませんでした" + Reason(outcome.fault));
         return {false, safe};
     }
-    diary.result.TellOutcome(rows.isEmpty() ? QStringLiteral("削除する枠がありませんでした。")
-                                            : "削除しました。" + slot);
+    diary.result.TellOutcome(outcome.rows == 0 ? QStringLiteral("削除する枠がありませんでした。")
+                                               : "削除しました。" + slot);
     return {true, safe};
 }
 

@@ -6,16 +6,18 @@
 // the user learns what became of it.
 namespace diary {
 
-/// Stores the slot on the screen, and tells. What it takes the place of goes on the list of 控え; so does the slot
-/// itself when it couldn't be stored. `stored`: the row is there. `safe`: row or 控え has the content, so that the
-/// screen may be cleared.
-struct ToldSave {
-    bool stored = false, safe = false;
+/// What became of a writing command.
+struct ToldWrite {
+    bool done = false;  ///< the row is stored, or the deletion ran, also when it took no row
+    bool safe = false;  ///< row or 控え has the content, so that the screen may be cleared
 };
-ToldSave SaveAndTell(DiaryContext& diary);
+
+/// Stores the slot on the screen, and tells. What it takes the place of goes on the list of 控え; so does the slot
+/// itself when it couldn't be stored.
+ToldWrite SaveAndTell(DiaryContext& diary);
 
 /// Deletes the slot on the screen, and tells. Its row goes on the list of 控え, with what was typed since it was
-/// loaded. `stored`: the statement ran, also when it took no row.
-ToldSave DeleteAndTell(DiaryContext& diary);
+/// loaded.
+ToldWrite DeleteAndTell(DiaryContext& diary);
 
 }  // namespace diary

@@ -29,6 +29,9 @@ QJsonObject Content(const Leftover& leftover) {
 
 void Restore(DiaryContext& diary, const QJsonObject& json) {
     PutInputOnScreen(diary, json);
+    const QJsonArray loaded = json["loaded"].toArray();
+    diary.state.Loaded = {loaded[0].toString(), loaded[1].toString(), loaded[2].toString(), loaded[3].toString(),
+                          loaded[4].toString(), loaded[5].toString(), loaded[6].toString()};
     diary.state.Replacing = json["replacing"].toArray();
     KeepTyped(diary);
 }
@@ -95,6 +98,9 @@ bool KeepTyped(DiaryContext& diary) {
         json["item"] = item->Name();
         json["text"] = item->RawText();
     }
+    const LoadedRow& loaded = diary.state.Loaded;
+    json["loaded"] = QJsonArray{loaded.担当者コード, loaded.日付,     loaded.開始時刻, loaded.終了時刻,
+                                loaded.登録日付,     loaded.更新日付, loaded.ユーザID};
     if (!diary.state.Replacing.isEmpty()) json["replacing"] = diary.state.Replacing;
     const QByteArray content = QJsonDocument(json).toJson(QJsonDocument::Compact);
     if (content == diary.state.KeptContent) return true;

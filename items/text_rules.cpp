@@ -118,6 +118,10 @@ QString EscapeSqlText(const QString& text) {
     return escaped;
 }
 
+QString WithoutQuotes(const QString& text) {
+    return QString(text).remove(u'\'');
+}
+
 QString FormatToMask(const QString& value, const QString& mask) {
     if (mask.isEmpty()) {
         return value;

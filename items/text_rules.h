@@ -29,6 +29,10 @@ QString WithoutBlanks(const QString& text);
 /// The text ready to stand between single quotes in SQL: quotes doubled, trailing half-width blanks removed.
 QString EscapeSqlText(const QString& text);
 
+/// What a telephone number or a postcode keeps of a text: all but single quotes, which belong to no number and would
+/// end the literal that it stands in.
+QString WithoutQuotes(const QString& text);
+
 /// The value formatted by a mask of zeros and cut to the mask's length: "12" under "000000" is "000012", "1234567" is
 /// "123456". A text that isn't numeric is only cut (Piece); an empty value stays empty; an empty mask returns the
 /// value.

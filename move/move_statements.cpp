@@ -91,10 +91,8 @@ QString AddStatement(const session::SessionContext& session, const store::Record
             insert.Bare(column, Minutes(target.Key()));
         else if (own.contains(column))
             insert.Quoted(column, own[column]);
-        else if (diary::IsFreeText(column))
-            insert.Escaped(column, content);
         else
-            insert.Quoted(column, content);
+            diary::AddText(insert, column, content);
     }
     return insert.Statement();
 }

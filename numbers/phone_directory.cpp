@@ -6,6 +6,7 @@
 namespace numbers {
 
 using items::EscapeSqlText;
+using items::WithoutQuotes;
 
 void PhoneDirectory::UpsertPhoneDirectory(const PhoneEntry& entry) {
     const QString stamp = "'" + items::StampText(clock_.Now()) + "'";
@@ -17,16 +18,16 @@ void PhoneDirectory::UpsertPhoneDirectory(const PhoneEntry& entry) {
     std::unique_ptr<store::Recordset> found;
     const bool known = data_.OpenMainRecordset(found, "SELECT * FROM M電話番号 WHERE 電話番号 = '" + digits + "'");
     if (known) {
-        data_.ExecuteMain("UPDATE M電話番号 SET 電話 = '" + entry.電話 + "', 名称 = '" + EscapeSqlText(entry.名称) +
-                          "', 郵便番号 = '" + entry.郵便番号 + "', 住所A = '" + EscapeSqlText(entry.住所A) +
-                          "', 住所B = '" + EscapeSqlText(entry.住所B) + "', 住所C = '" + EscapeSqlText(entry.住所C) +
-                          "', 法人個人区分 = '" + kind + "', ユーザID = '" + user + "', 更新日付 = " + stamp +
-                          " WHERE 電話番号 = '" + digits + "'");
+        data_.ExecuteMain("UPDATE M電話番号 SET 電話 = '" + WithoutQuotes(entry.電話) + "', 名称 = '" +
+                          EscapeSqlText(entry.名称) + "', 郵便番号 = '" + WithoutQuotes(entry.郵便番号) +
+                          "', 住所A = '" + EscapeSqlText(entry.住所A) + "', 住所B = '" + EscapeSqlText(entry.住所B) +
+                          "', 住所C = '" + EscapeSqlText(entry.住所C) + "', 法人個人区分 = '" + kind +
+                          "', ユーザID = '" + user + "', 更新日付 = " + stamp + " WHERE 電話番号 = '" + digits + "'");
         return;
     }
-    const QStringList values{entry.電話,
+    const QStringList values{WithoutQuotes(entry.電話),
                              EscapeSqlText(entry.名称),
-                             entry.郵便番号,
+                             WithoutQuotes(entry.郵便番号),
                              EscapeSqlText(entry.住所A),
                              EscapeSqlText(entry.住所B),
                              EscapeSqlText(entry.住所C),

@@ -46,6 +46,7 @@ void Control::SetText(const QString& text) {
 
 void Control::SetValue(int value) {
     if (kind_ == ControlKind::EntryNumber) value = std::clamp(value, minimum, maximum);
+    if (kind_ == ControlKind::SSOption) SetChosen(value != 0);
     if (value == value_) return;
     value_ = value;
     if (kind_ == ControlKind::SSOption && value != 0)
@@ -53,6 +54,12 @@ void Control::SetValue(int value) {
             if (other.get() != this && other->Name() == name_) other->SetValue(0);
     Changed();
     if (onChange) onChange();
+}
+
+void Control::SetChosen(bool chosen) {
+    if (chosen == chosen_) return;
+    chosen_ = chosen;
+    Changed();
 }
 
 void Control::SetListIndex(int index) {

@@ -111,6 +111,11 @@ class Control {
     int Value() const { return value_; }
     void SetValue(int value);
 
+    /// SSOption: whether the record behind the screen holds it. It follows SetValue until it is told otherwise: an
+    /// option may still be drawn pressed although nothing is chosen.
+    bool Chosen() const { return chosen_; }
+    void SetChosen(bool chosen);
+
     /// ComboBox: the chosen entry, -1 for none. SSTab: the page in front. ListView: the selected row, -1 for none.
     /// Setting one that isn't there chooses none.
     int ListIndex() const { return listIndex_; }
@@ -161,6 +166,7 @@ class Control {
     QString caption_;
     QString text_;
     int value_ = 0;
+    bool chosen_ = false;
     int listIndex_ = -1;
     QStringList entries_;
     std::vector<ListRow> rows_;

@@ -109,6 +109,8 @@ QString AcceptedText(const Control& control, const QString& typed) {
         text.replace(u'\n', QStringLiteral("\r\n"));
     else
         text.remove(u'\n');
+    if (control.Kind() == ControlKind::EntryPhone || control.Kind() == ControlKind::EntryPostcode)
+        text = items::WithoutQuotes(text);
     if (control.use == EntryUse::Code) text = items::FoldFullWidthDigits(text);
     if (control.enforcesMaxLength && control.maxLength > 0) text = items::TruncateToBytes(text, control.maxLength);
     return text;

@@ -2,24 +2,30 @@
 
 namespace session {
 
+using store::FaultKind;
+
 QString FaultReason(const store::Fault& fault) {
     switch (fault.kind) {
-        case store::FaultKind::DiskFull:
+        case FaultKind::DiskFull:
             return QStringLiteral("ディスクがいっぱいです");
-        case store::FaultKind::NotWritable:
+        case FaultKind::NotWritable:
             return QStringLiteral("書き込みが許可されていません");
-        case store::FaultKind::Away:
-            return QStringLiteral("サーバーに接続できません");
-        case store::FaultKind::Locked:
+        case FaultKind::Away:
+            return fault.ofFile ? QStringLiteral("データベースが見つかりません")
+                                : QStringLiteral("サーバーに接続できません");
+        case FaultKind::Locked:
             return QStringLiteral("ほかの利用者が使用中です");
-        case store::FaultKind::KeyTaken:
+        case FaultKind::KeyTaken:
             return QStringLiteral("その時刻はほかの人が先に登録しています");
-        case store::FaultKind::RuleBroken:
+        case FaultKind::RuleBroken:
             return QStringLiteral("表の規則に反しています");
-        case store::FaultKind::Other:
+        case FaultKind::Other:
             break;
     }
-    return fault.description.trimmed();
+    QString words = fault.description.trimmed();
+    while (words.endsWith(u'。') || words.endsWith(u'.'))
+        words.chop(1);
+    return words;
 }
 
 }  // namespace session

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <QString>
+
 #include "store/connection.h"
 
 namespace session {
 
-/// Why a statement failed, in plain Japanese without a full stop: for the line that tells the user what became of a
-/// command. What an engine doesn't class is told in its own words.
+/// Why a statement failed, in a user's words where the store tells what the fault is about, and in the engine's
+/// otherwise. Without a full stop, to stand inside a sentence; empty when nothing is known.
 QString FaultReason(const store::Fault& fault);
 
 }  // namespace session

@@ -12,6 +12,10 @@ void InsertBuilder::Escaped(const QString& column, const QString& value) {
     Quoted(column, items::EscapeSqlText(value));
 }
 
+void InsertBuilder::Number(const QString& column, const QString& value) {
+    Quoted(column, items::WithoutQuotes(value));
+}
+
 void InsertBuilder::Digit(const QString& column, int value) {
     Quoted(column, QString::number(value));
 }

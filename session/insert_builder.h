@@ -14,6 +14,8 @@ class InsertBuilder {
     void Quoted(const QString& column, const QString& value);
     /// A free text: its quotes doubled, its trailing blanks gone.
     void Escaped(const QString& column, const QString& value);
+    /// A telephone number or a postcode: without single quotes of its own.
+    void Number(const QString& column, const QString& value);
     /// A class code: a whole number between quotes.
     void Digit(const QString& column, int value);
     /// A value that needs no quotes.

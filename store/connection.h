@@ -25,6 +25,7 @@ struct Fault {
     int number = 0;
     QString description;
     FaultKind kind = FaultKind::Other;
+    bool ofFile = false;  ///< the store is a file, not a server
 };
 
 /// How long a statement waits for another process's lock unless told otherwise, in milliseconds.

@@ -4,10 +4,12 @@
 #include <QLibrary>
 #include <QSqlDatabase>
 #include <QSqlDriver>
+#include <QSqlResult>
 #include <QVariant>
 #include <algorithm>
 #include <array>
 
+#include "store/fault_kinds.h"
 #include "store/odbc_engine.h"
 #include "store/patience.h"
 #include "store/qt_query.h"
@@ -17,6 +19,7 @@ namespace {
 
 constexpr auto kNameOfEngine = static_cast<unsigned short>(17);  // SQL_DBMS_NAME
 constexpr int kConnectionDead = 1209;                            // SQL_ATTR_CONNECTION_DEAD
+constexpr short kStatementHandle = 3;                            // SQL_HANDLE_STMT
 
 // The questions that Qt doesn't put to a driver, put to the driver manager that Qt's plugin has loaded already.
 class DriverManager {
@@ -37,6 +40,21 @@ class DriverManager {
         const auto ask = reinterpret_cast<GetAttribute>(Resolve("SQLGetConnectAttrW"));
         unsigned int dead = 0;
         return ask && Succeeded(ask(Handle(database), kConnectionDead, &dead, 0, nullptr)) && dead == 1;
+    }
+
+    // The five characters by which the driver tells what its last fault on a statement was about; empty for none.
+    static QString StateOf(const QSqlQuery& query) {
+        using GetRecord = short (*)(short, void*, short, char16_t*, int*, char16_t*, short, short*);
+        const auto ask = reinterpret_cast<GetRecord>(Resolve("SQLGetDiagRecW"));
+        const QVariant handle = query.result() ? query.result()->handle() : QVariant();
+        if (!ask || !handle.isValid()) return {};
+        std::array<char16_t, 6> state{};
+        std::array<char16_t, 256> words{};
+        int number = 0;
+        short length = 0;
+        const short code = ask(kStatementHandle, *static_cast<void* const*>(handle.constData()), 1, state.data(),
+                               &number, words.data(), short(words.size()), &length);
+        return Succeeded(code) ? QString::fromUtf16(state.data()) : QString();
     }
 
   private:
@@ -86,9 +104,15 @@ class OdbcSession {
         return !database_.isOpen() || DriverManager::IsDead(database_) || !Run(QStringLiteral("SELECT 1"), unused);
     }
 
+    static bool Start(QSqlQuery& query, const QString& sql, Fault& fault) {
+        if (StartQuery(query, sql, fault)) return true;
+        fault.kind = KindOfSqlState(DriverManager::StateOf(query));
+        return false;
+    }
+
     bool Run(const QString& sql, Fault& fault) const {
         QSqlQuery query = NewQuery();
-        const bool done = StartQuery(query, sql, fault);
+        const bool done = Start(query, sql, fault);
         query.finish();
         return done;
     }
@@ -140,7 +164,8 @@ class OdbcDoor {
         if (session->Open("DRIVER=" + driver + u';' + driverAttributes_, seconds, asDriver)) return session;
         fault = {asSource.number ? asSource.number : asDriver.number,
                  QStringLiteral("ODBC の「%1」に接続できません: %2 %3")
-                     .arg(name_, asSource.description, asDriver.description)};
+                     .arg(name_, asSource.description, asDriver.description),
+                 FaultKind::Away};
         return nullptr;
     }
 
@@ -177,11 +202,11 @@ class OdbcConnection : public Connection {
         {
             QSqlQuery query = session_->NewQuery();
             query.setForwardOnly(true);
-            if (StartQuery(query, all ? *rewritten : engine_->limited(*rewritten, mostRows), fault))
+            if (OdbcSession::Start(query, all ? *rewritten : engine_->limited(*rewritten, mostRows), fault))
                 rows = ReadRows(query, mostRows, fault);
             query.finish();
         }
-        Learn(rows != nullptr);
+        Learn(rows != nullptr, fault);
         return rows;
     }
 
@@ -189,7 +214,7 @@ class OdbcConnection : public Connection {
         const auto rewritten = Prepare(sql, fault);
         if (!rewritten) return false;
         const bool done = session_->Run(*rewritten, fault);
-        Learn(done);
+        Learn(done, fault);
         return done;
     }
 
@@ -211,12 +236,17 @@ class OdbcConnection : public Connection {
 
     // The drivers don't say in one way that a lock was waited for in vain, so the clock has to. That of the engine may
     // run a little faster.
-    void Learn(bool done) {
+    void Learn(bool done, Fault& fault) {
+        const auto took = started_.elapsed();
         if (!done && session_->IsDead()) {
+            fault.kind = FaultKind::Away;
             session_.reset();
             return;
         }
-        const bool wanted = done || (patient_ && started_.elapsed() < patience_ - patience_ / 10);
+        const bool wanted = done || (patient_ && took < patience_ - patience_ / 10);
+        if (!done && fault.kind == FaultKind::Other && engine_->kind)
+            fault.kind = engine_->kind(fault.number, fault.description);
+        if (!wanted && patient_ && fault.kind == FaultKind::Other) fault.kind = FaultKind::Locked;
         if (wanted == patient_ || !engine_->settings) return;
         patient_ = wanted;
         Fault unused;

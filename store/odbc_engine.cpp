@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <array>
 
+#include "store/fault_kinds.h"
 #include "store/postgres_connection.h"
 #include "store/postgres_dialect.h"
 #include "store/postgres_link.h"
@@ -13,8 +14,8 @@
 namespace store {
 namespace {
 
-std::optional<QString> AsItIs(const QString& sql, Fault&) {
-    return sql;
+std::optional<QString> AsItIs(const QString& sql, Fault& fault) {
+    return ReadStatement(sql, fault) ? std::optional(sql) : std::nullopt;
 }
 
 QString BusyTimeout(int patience) {
@@ -23,7 +24,7 @@ QString BusyTimeout(int patience) {
 
 // The first name that fits counts. An engine that speaks the program's SQL itself gets it unchanged.
 constexpr std::array kEngines = {
-    OdbcEngine{QLatin1String("SQLite"), ToSqliteOverOdbc, BusyTimeout, LimitedTo},
+    OdbcEngine{QLatin1String("SQLite"), ToSqliteOverOdbc, BusyTimeout, LimitedTo, KindOfSqlite},
     OdbcEngine{QLatin1String("PostgreSQL"), ToPostgres, PostgresClientSettings, LimitedTo},
     OdbcEngine{QLatin1String("ACCESS"), AsItIs, nullptr, nullptr},
     OdbcEngine{QLatin1String("Microsoft Jet"), AsItIs, nullptr, nullptr},

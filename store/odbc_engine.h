@@ -18,6 +18,9 @@ struct OdbcEngine {
     QString (*settings)(int patience);
     /// Keeps a SELECT of its own SQL from giving more than that many rows; null when that can't be told.
     QString (*limited)(const QString& sql, int mostRows);
+    /// What a fault of its own number and words is about, where the driver tells none of the common states; null when
+    /// that can't be told.
+    FaultKind (*kind)(int number, const QString& words) = nullptr;
 };
 
 /// The engine that a driver calls by this name; null for one whose SQL the program can't write.

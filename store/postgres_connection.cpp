@@ -110,9 +110,10 @@ class PostgresConnection : public Connection {
         return reachable_;
     }
 
-    void Learn(bool done, const Fault& fault) {
+    void Learn(bool done, Fault& fault) {
         const QString code = done ? QString() : CodeOf(fault);
         if (!done && link_->IsLost(code)) {
+            fault.kind = FaultKind::Away;
             link_.reset();
             return;
         }

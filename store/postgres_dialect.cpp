@@ -419,10 +419,10 @@ class Writer {
 std::optional<QString> ToPostgres(const QString& sql, Fault& fault) {
     const auto shared = ToSqlite(sql, fault);
     if (!shared) return std::nullopt;
-    auto tokens = TokenizedSql::Read(*shared);
+    auto tokens = ReadStatement(*shared, fault);
     if (tokens && shared->contains(QLatin1String(" IN (SELECT ")))
-        tokens = TokenizedSql::Read(ListEitherFirst(*tokens));
-    return tokens ? WriteForPostgres(*tokens, {}, fault) : shared;
+        tokens = ReadStatement(ListEitherFirst(*tokens), fault);
+    return tokens ? WriteForPostgres(*tokens, {}, fault) : std::nullopt;
 }
 
 std::optional<QString> WriteForPostgres(const TokenizedSql& sql, const LikeForm& form, Fault& fault) {

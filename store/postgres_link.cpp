@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QSqlError>
 
+#include "store/fault_kinds.h"
 #include "store/qt_query.h"
 
 namespace store {
@@ -28,7 +29,7 @@ Fault ServerFault(const QSqlError& error) {
     if (words.isEmpty()) words = QStringLiteral("SQL 文を実行できません。");
     const QString code = error.nativeErrorCode();
     if (!code.isEmpty()) words += QStringLiteral(" (%1)").arg(code);
-    return {0, words};
+    return {0, words, KindOfSqlState(code)};
 }
 
 }  // namespace
@@ -90,7 +91,7 @@ std::unique_ptr<PostgresLink> PostgresLink::Open(const PostgresLogin& login, Wai
     database.setConnectOptions(Options(login, seconds));
     if (!database.open()) {
         const QString words = database.lastError().databaseText().simplified();
-        fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words)};
+        fault = {0, QStringLiteral("データベースサーバーに接続できません: %1").arg(words), FaultKind::Away};
         return nullptr;
     }
     return link->Run(Settings(waits), fault) ? std::move(link) : nullptr;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/files.h"
+#include "store/fault_kinds.h"
 #include "store/patience.h"
 #include "store/qt_query.h"
 #include "store/sqlite_dialect.h"
@@ -23,15 +24,15 @@ struct StoreFile {
     std::optional<platform::FileIdentity> identity;
 };
 
-Fault FileFault(const QString& path, const QString& what, int number = 0) {
-    return {number, QStringLiteral("%1: %2").arg(what, QDir::toNativeSeparators(path))};
+Fault FileFault(const QString& path, const QString& what, const Fault& engine = {}) {
+    const FaultKind kind = QFileInfo::exists(path) ? KindOfSqlite(engine.number, engine.description) : FaultKind::Away;
+    return {engine.number, QStringLiteral("%1: %2").arg(what, QDir::toNativeSeparators(path)), kind, true};
 }
 
 bool LooksLikeFile(const QString& path, Fault& fault) {
     const QFileInfo info(path);
     if (!info.exists()) {
         fault = FileFault(path, QStringLiteral("データベースファイルがありません"));
-        fault.kind = FaultKind::Away;
     } else if (!info.isFile()) {
         fault = FileFault(path, QStringLiteral("データベースファイルではありません"));
     } else if (info.size() == 0) {
@@ -58,8 +59,8 @@ StoreFile OpenStoreFile(const QString& path, Fault& fault, int patience) {
     const bool good = file && (file->Run(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"), engine) ||
                                (engine.number & 0xff) == kBusy);
     if (!good) {
-        fault = FileFault(path, QStringLiteral("データベースファイルを開けません (%1)").arg(engine.description),
-                          engine.number);
+        fault =
+            FileFault(path, QStringLiteral("データベースファイルを開けません (%1)").arg(engine.description), engine);
         return {};
     }
     return {std::move(file), identity};
@@ -79,6 +80,7 @@ class SqliteConnection : public Connection {
         query.setForwardOnly(true);
         auto rows = StartQuery(query, *rewritten, fault) ? ReadRows(query, mostRows, fault) : nullptr;
         query.finish();
+        if (!rows) TellKind(fault);
         KeepPatience(rows != nullptr, fault);
         return rows;
     }
@@ -86,7 +88,9 @@ class SqliteConnection : public Connection {
     bool Execute(const QString& sql, Fault& fault) override {
         const auto rewritten = Prepare(sql, fault);
         const bool done = rewritten && MakeLasting(fault) && store_.file->Run(*rewritten, fault);
-        if (rewritten) KeepPatience(done, fault);
+        if (!rewritten) return false;
+        if (!done) TellKind(fault);
+        KeepPatience(done, fault);
         return done;
     }
 
@@ -105,6 +109,14 @@ class SqliteConnection : public Connection {
             return std::nullopt;
         }
         return FollowStore(fault) ? ToSqlite(sql, fault) : std::nullopt;
+    }
+
+    void TellKind(Fault& fault) const {
+        fault.ofFile = true;
+        fault.kind = KindOfSqlite(fault.number, fault.description);
+        if (IsSqliteIoFault(fault.number) && store_.file->DiskWasFull()) fault.kind = FaultKind::DiskFull;
+        // With the file, or its share, gone the engine complains of whatever it tried next.
+        if (fault.number != 0 && !QFileInfo::exists(path_)) fault.kind = FaultKind::Away;
     }
 
     // A store that another one was put in the place of would go on being read and written here, and whatever was saved

@@ -160,13 +160,16 @@ std::optional<std::size_t> LastSelect(const TokenizedSql& sql, std::size_t from)
 
 }  // namespace
 
-std::optional<QString> ToSqlite(const QString& sql, Fault& fault) {
-    if (!MayNeedRewriting(sql)) {
-        return sql;
-    }
+std::optional<TokenizedSql> ReadStatement(const QString& sql, Fault& fault) {
     auto tokens = TokenizedSql::Read(sql);
-    if (!tokens) {
-        return sql;
+    if (!tokens) fault = {0, QStringLiteral("SQL 文の引用符や括弧が閉じていません。")};
+    return tokens;
+}
+
+std::optional<QString> ToSqlite(const QString& sql, Fault& fault) {
+    auto tokens = ReadStatement(sql, fault);
+    if (!tokens || !MayNeedRewriting(sql)) {
+        return tokens ? std::optional(sql) : std::nullopt;
     }
     // From the back, so that a subquery is finished before the SELECT around it is read.
     for (auto select = LastSelect(*tokens, tokens->Size()); select; select = LastSelect(*tokens, *select)) {
@@ -182,9 +185,9 @@ std::optional<QString> ToSqlite(const QString& sql, Fault& fault) {
         }
         const auto start = tokens->At(shape.all.begin).start;
         const auto end = tokens->At(shape.all.end - 1).End();
-        tokens = TokenizedSql::Read(tokens->Text().left(start) + written + tokens->Text().mid(end));
+        tokens = ReadStatement(tokens->Text().left(start) + written + tokens->Text().mid(end), fault);
         if (!tokens) {
-            return sql;
+            return std::nullopt;
         }
     }
     return ListKeysOnce(*tokens);

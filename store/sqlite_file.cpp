@@ -1,7 +1,12 @@
 #include "store/sqlite_file.h"
 
+#include <sqlite3.h>
+
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QUrl>
+#include <QVariant>
+#include <cerrno>
 
 #include "store/like_function.h"
 #include "store/qt_query.h"
@@ -41,6 +46,15 @@ std::unique_ptr<SqliteFile> SqliteFile::Open(const QString& path, Mode mode, Fau
 
 QSqlQuery SqliteFile::NewQuery() const {
     return QSqlQuery(database_);
+}
+
+bool SqliteFile::DiskWasFull() const {
+    const QVariant handle = database_.driver()->handle();
+    const int error = sqlite3_system_errno(*static_cast<sqlite3* const*>(handle.constData()));
+#ifdef EDQUOT
+    if (error == EDQUOT) return true;
+#endif
+    return error == ENOSPC;
 }
 
 bool SqliteFile::Run(const QString& sql, Fault& fault) const {

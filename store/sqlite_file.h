@@ -29,6 +29,9 @@ class SqliteFile {
     /// A query on this file that has not run yet.
     QSqlQuery NewQuery() const;
 
+    /// True when the last read or write that the system refused found no room on the disk.
+    bool DiskWasFull() const;
+
     /// Runs one statement and drops its result. Returns false on a fault and fills `fault`.
     bool Run(const QString& sql, Fault& fault) const;
 

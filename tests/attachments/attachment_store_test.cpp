@@ -58,6 +58,7 @@ class Attachments : public testing::Test {
             store::OpenConnection("Provider=SQLite;Data Source=data/gnrdb.accdb;", order.tree.root, fault);
         ASSERT_TRUE(context.MainConnection) << qPrintable(fault.description);
         context.InstallRoot = order.tree.root;
+        ASSERT_TRUE(place.Open(folder.filePath("state")));
         context.Company.ドキュメントフォルダ = "documents";
         Write("案/見積.txt", "見積");
         Write("案/図面/平面.txt", "平面");
@@ -101,8 +102,7 @@ class Attachments : public testing::Test {
     session::DataAccess data{context, log};
     platform::FixedClock clock{QDateTime(QDate(2026, 11, 20), QTime(10, 5))};
     AttachmentStore papers{context, data, clock};
-    platform::InstanceGuard runs{folder.path(), "sato", "PC1"};
-    platform::RunFile place{folder.filePath("state"), runs};
+    platform::KeptFiles place;
     attachments::PaperCarrier carrier{papers, place};
 };
 
@@ -145,8 +145,8 @@ TEST_F(Attachments, BrokenOffAnywhereAreBroughtToTheEndByTheNextRun) {
             Add(kOld, At("案/図面"));
             Add(kNew, "名前だけ.txt");
             {
-                const platform::InstanceGuard ended(folder.path(), "sato", "PC1");
-                const platform::RunFile itsPlace(folder.filePath("state"), ended);
+                platform::KeptFiles itsPlace;
+                ASSERT_TRUE(itsPlace.Open(folder.filePath("state")));
                 attachments::PaperCarrier killed(papers, itsPlace);
                 auto carry = killed.Plan(kind, kProgram, kOld, kNew);
                 ASSERT_TRUE(carry && killed.WriteDown(*carry));

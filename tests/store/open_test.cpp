@@ -73,6 +73,7 @@ TEST(Open, AStoreThatIsNoneIsRefusedAndLeftAlone) {
         fault = {};
         EXPECT_FALSE(OpenConnection(Sqlite(name), root.path(), fault)) << name.toStdString();
         EXPECT_TRUE(fault.description.contains(root.filePath(name))) << fault.description.toStdString();
+        EXPECT_EQ(fault.kind == FaultKind::Away && fault.ofFile, !QFileInfo::exists(root.filePath(name)));
         EXPECT_EQ(name == "pipe" ? QByteArray() : ReadFile(root.filePath(name)), bytes);
     }
     EXPECT_EQ(QDir(root.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot), before);
@@ -114,10 +115,19 @@ TEST(Open, AReadOnlyStoreOpensAndItsWritesFault) {
         ASSERT_TRUE(connection) << fault.description.toStdString();
         EXPECT_TRUE(connection->Query("SELECT * FROM t", fault));
         EXPECT_FALSE(connection->Execute("INSERT INTO t VALUES ('1')", fault));
-        EXPECT_EQ(fault.number & 0xff, 8) << fault.description.toStdString();
+        EXPECT_EQ(fault.kind, FaultKind::NotWritable) << fault.description.toStdString();
     }
     EXPECT_EQ(ReadFile(db.Path()), before);
     EXPECT_EQ(QDir(db.Folder()).entryList(QDir::Files), QStringList{"store.accdb"});
+}
+
+TEST(Open, AStoreThatWasTakenAwayIsAway) {
+    OpenStore db;
+    db.Do("CREATE TABLE t (a TEXT)");
+    ASSERT_TRUE(QFile::remove(db.Path()));
+    Fault fault;
+    EXPECT_FALSE(db->Execute("INSERT INTO t VALUES ('1')", fault));
+    EXPECT_TRUE(fault.kind == FaultKind::Away && fault.ofFile) << fault.number << fault.description.toStdString();
 }
 
 TEST(Open, AStoreInTheMiddleOfAWriteOpens) {

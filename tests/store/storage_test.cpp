@@ -154,6 +154,26 @@ TEST_P(Storage, FaultsAreToldAndChangeNothing) {
     EXPECT_TRUE((*store_)->Execute("DELETE FROM M担当者 WHERE コード = 'x'", fault)) << "no row changed is no fault";
 }
 
+TEST_P(Storage, FaultsSayWhatTheyAreAbout) {
+    store_->Do("CREATE TABLE T (k TEXT PRIMARY KEY, n INTEGER CHECK (n < 9))");
+    store_->Do("INSERT INTO T VALUES ('1', 1)");
+    const auto kindOf = [](Connection& connection, const QString& sql) {
+        Fault fault;
+        EXPECT_FALSE(connection.Execute(sql, fault)) << sql.toStdString();
+        return fault.kind;
+    };
+    EXPECT_EQ(kindOf(**store_, "INSERT INTO T VALUES ('1', 2)"), FaultKind::KeyTaken);
+    EXPECT_EQ(kindOf(**store_, "INSERT INTO T VALUES ('2', 9)"), FaultKind::RuleBroken);
+    EXPECT_EQ(kindOf(**store_, "INSERT INTO 無い表 VALUES ('1')"), FaultKind::Other);
+    EXPECT_EQ(kindOf(**store_, "INSERT INTO T VALUES ('1'2', 2)"), FaultKind::Other);
+    const auto other = store_->Another();
+    Fault fault;
+    ASSERT_TRUE(other->Execute(GetParam().begin, fault));
+    ASSERT_TRUE(other->Execute("UPDATE T SET n = 2", fault));
+    EXPECT_EQ(kindOf(*store_->Another(300), "UPDATE T SET n = 3"), FaultKind::Locked);
+    EXPECT_TRUE(other->Execute("COMMIT", fault));
+}
+
 TEST_P(Storage, AClosedConnectionOnlyFaults) {
     (*store_)->Close();
     (*store_)->Close();
