@@ -11,12 +11,10 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "desktop/gestures.h"
 #include "desktop/layouts.h"
-#include "screen/user_input.h"
 
 namespace desktop {
 
@@ -76,21 +74,12 @@ void FormView::MakeWidgets() {
         widgets_.insert(control.get(), widget);
         shelf.Put(widget);
         gestures_->Watch(widget);
-        if (!control->shortcut.isEmpty()) AddShortcut(*control, *widget.whole);
+        if (!control->shortcut.isEmpty()) widget.whole->setToolTip(control->shortcut);
     }
     installEventFilter(gestures_.get());
     LayOut(shelf, *content_);
     for (const auto& control : form_->Controls())
         Draw(*control);
-}
-
-void FormView::AddShortcut(Control& control, QWidget& button) {
-    button.setToolTip(control.shortcut);
-    auto* key = new QShortcut(QKeySequence(control.shortcut), this);
-    connect(key, &QShortcut::activated, this, [this, &control] {
-        QGuiApplication::inputMethod()->commit();
-        if (form_ && control.EffectivelyVisible() && control.EffectivelyEnabled()) screen::UserClick(control);
-    });
 }
 
 void FormView::FitToDisplay() {

@@ -59,7 +59,6 @@ class FormView : public QWidget, public screen::FormWatcher {
 
   private:
     void MakeWidgets();
-    void AddShortcut(screen::Control& control, QWidget& button);
     void FitToDisplay();
     void PlaceOverlay();
 

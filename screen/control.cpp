@@ -107,6 +107,10 @@ bool Control::TakesFocus() const {
     return kind_ != ControlKind::SSPanel && kind_ != ControlKind::CaptionLabel;
 }
 
+bool Control::IsButton() const {
+    return kind_ == ControlKind::CommandButton || kind_ == ControlKind::SSCommand;
+}
+
 bool Control::IsEntry() const {
     switch (kind_) {
         case ControlKind::EntryField:

@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "screen/key_press.h"
+
 namespace screen {
 
 class Form;
@@ -37,9 +39,6 @@ enum class EntryUse {
     Text,  ///< free text: input method on
     Code,  ///< codes and numbers: input method off, full-width digits become half-width
 };
-
-/// Keys that a screen's logic hears of.
-enum class Key { Tab, Backtab, Enter, Escape, Ctrl, Down, Up, Space };
 
 struct ListColumn {
     QString header;
@@ -84,7 +83,7 @@ class Control {
     /// Pages of a tab strip.
     QStringList pages;
     std::vector<ListColumn> columns;
-    /// Key that clicks this button from anywhere on the form, as the platform writes it ("F12", "Shift+F3").
+    /// Key that clicks this button from anywhere on the form, as KeyNamed reads it ("F12", "Shift+F3", "Y").
     QString shortcut;
     /// Colour of the text as 0xBBGGRR; nothing for the system's.
     std::optional<int> foreColor;
@@ -128,12 +127,17 @@ class Control {
     bool TakesFocus() const;
     /// True for the kinds whose text a user types.
     bool IsEntry() const;
+    /// True for the push buttons.
+    bool IsButton() const;
 
     // Handlers; an empty one does nothing.
     std::function<void()> onGotFocus;
     std::function<void()> onLostFocus;
     std::function<void()> onChange;
     std::function<void()> onClick;
+    /// A click, by mouse or shortcut, that does nothing since the control can be seen but takes no input: here it can
+    /// be told why.
+    std::function<void()> onRefused;
     std::function<void()> onDoubleClick;
     std::function<void(Key)> onKeyDown;
     std::function<void(int column)> onHeaderClick;

@@ -173,6 +173,22 @@ TEST_F(Window, TheFocusedItemThatGoesOffLeavesTheKeysWorking) {
     EXPECT_EQ(Focused(), "btn_終了");
 }
 
+TEST_F(Window, ARefusedClickIsHeardByTheItemAlone) {
+    Go("名称");
+    QTest::mouseClick(&Keys("btn_削除"), Qt::LeftButton);
+    EXPECT_EQ(TakeLog(), "btn_削除 refused");
+    QTest::keyClick(&Keys("名称"), Qt::Key_F9);
+    EXPECT_EQ(TakeLog(), "btn_削除 refused");
+    QTest::mouseClick(&Keys("btn_削除"), Qt::RightButton);
+    sample.At("btn_削除").SetVisible(false);
+    QTest::keyClick(&Keys("名称"), Qt::Key_F9);
+    EXPECT_EQ(TakeLog(), "");
+    sample.At("tab_詳細").SetEnabled(false);
+    QTest::mouseClick(&Keys("摘要"), Qt::LeftButton);
+    EXPECT_EQ(TakeLog(), "摘要 refused");
+    EXPECT_EQ(Focused(), "名称");
+}
+
 TEST_F(Window, ItemsBearTheirNames) {
     EXPECT_TRUE(View().findChild<QLineEdit*>("名称"));
     EXPECT_TRUE(View().findChild<QAbstractButton*>("opb_方法_2"));
@@ -209,6 +225,11 @@ TEST_F(Window, AMessageIsAnsweredByItsRealButtons) {
          Button::No,
          [](auto& box) { QTest::keyClick(box.defaultButton(), Qt::Key_Return); },
          Button::No},
+        {{Button::Yes, Button::No},
+         Button::Yes,
+         [](auto& box) { QTest::keyClick(box.focusWidget(), Qt::Key_N); },
+         Button::No},
+        {{Button::Yes, Button::No}, Button::No, [](auto& box) { QTest::keyClick(&box, Qt::Key_Y); }, Button::Yes},
         {{Button::OK}, Button::OK, [](auto& box) { box.close(); }, Button::OK}};
     for (const Case& one : cases) {
         QString shown;
