@@ -15,6 +15,7 @@
 
 #include "desktop/gestures.h"
 #include "desktop/layouts.h"
+#include "screen/result_line.h"
 
 namespace desktop {
 
@@ -49,6 +50,7 @@ FormView::FormView(screen::Form& form, std::function<void()> closeAsked, QWidget
     content_ = new QWidget(area_);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
+    whole->setSpacing(0);
     whole->addWidget(area_);
     gestures_ = std::make_unique<Gestures>(*this);
     MakeWidgets();
@@ -77,9 +79,20 @@ void FormView::MakeWidgets() {
         if (!control->shortcut.isEmpty()) widget.whole->setToolTip(control->shortcut);
     }
     installEventFilter(gestures_.get());
+    PlaceResult(shelf.TakeAs("result", screen::kResultItem));
     LayOut(shelf, *content_);
     for (const auto& control : form_->Controls())
         Draw(*control);
+}
+
+/// What became of a command is in sight however far the content is scrolled.
+void FormView::PlaceResult(QWidget* line) {
+    if (!line) return;
+    foot_ = new QWidget(this);
+    auto* row = new QVBoxLayout(foot_);
+    row->setContentsMargins(10, 0, 10, 6);
+    row->addWidget(line);
+    layout()->addWidget(foot_);
 }
 
 void FormView::FitToDisplay() {
@@ -89,6 +102,7 @@ void FormView::FitToDisplay() {
     content_->layout()->invalidate();
     content_->layout()->activate();
     QSize size = content_->sizeHint().expandedTo(content_->minimumSize()) + QSize(2, 2);
+    if (foot_) size.rheight() += foot_->sizeHint().height();
     if (const QScreen* display = QWidget::screen()) size = size.boundedTo(display->availableSize());
     resize(size);
     if (const QWidget* below = parentWidget()) move(below->geometry().center() - rect().center());

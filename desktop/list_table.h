@@ -22,8 +22,6 @@ class ListTable : public QTableView {
     QString CellText(int row, int column) const;
     /// Scrolls to the selected row when it is out of sight. True when it was.
     bool BringSelectedIntoView();
-    /// Number of rows that can be seen at a time, at least 1.
-    int PageRows() const;
     /// Puts the selected row on the clipboard, or all rows when none is selected: a line each, the cells parted by
     /// tabs.
     void CopyRows() const;
@@ -52,10 +50,12 @@ class ListTable : public QTableView {
     bool viewportEvent(QEvent* event) override;
 
   private:
-    void WidenLastColumn();
+    void LetGrow(int column);
+    void WidenGrowing();
 
     ListRows* rows_;
     QList<int> designed_;
+    int growing_ = -1;  ///< the column that takes what the window has left, -1 for none
     int preferredRows_ = 0;
     bool unpainted_ = false;
     bool fitting_ = false;

@@ -57,8 +57,10 @@ QJsonObject ControlState(const Control& control) {
         state["caption"] = control.Caption();
     }
     switch (control.Kind()) {
-        case ControlKind::EntryNumber:
         case ControlKind::SSOption:
+            state["chosen"] = control.Chosen() ? 1 : 0;
+            [[fallthrough]];
+        case ControlKind::EntryNumber:
         case ControlKind::CheckBox:
             state["value"] = control.Value();
             break;

@@ -48,11 +48,18 @@ void Control::SetValue(int value) {
     if (kind_ == ControlKind::EntryNumber) value = std::clamp(value, minimum, maximum);
     if (value == value_) return;
     value_ = value;
+    onlyPressed_ = false;
     if (kind_ == ControlKind::SSOption && value != 0)
         for (const auto& other : form_.Controls())
             if (other.get() != this && other->Name() == name_) other->SetValue(0);
     Changed();
     if (onChange) onChange();
+}
+
+void Control::SetChosen(bool chosen) {
+    if (onlyPressed_ == !chosen) return;
+    onlyPressed_ = !chosen;
+    Changed();
 }
 
 void Control::SetListIndex(int index) {

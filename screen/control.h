@@ -44,6 +44,8 @@ struct ListColumn {
     QString header;
     int width = 0;  ///< twips
     bool rightAligned = false;
+    bool elideStart = false;  ///< a text that is too long loses its beginning, not its end
+    bool stretches = false;   ///< takes the room that a wider window gives
 };
 
 struct ListRow {
@@ -103,6 +105,11 @@ class Control {
     int Value() const { return value_; }
     void SetValue(int value);
 
+    /// SSOption: true when the record holds it, false when it is only drawn pressed. Follows the value, from each
+    /// change of it on, until it is told otherwise.
+    bool Chosen() const { return value_ != 0 && !onlyPressed_; }
+    void SetChosen(bool chosen);
+
     /// ComboBox: the chosen entry, -1 for none. SSTab: the page in front. ListView: the selected row, -1 for none.
     /// Setting one that isn't there chooses none.
     int ListIndex() const { return listIndex_; }
@@ -154,6 +161,7 @@ class Control {
     QString caption_;
     QString text_;
     int value_ = 0;
+    bool onlyPressed_ = false;
     int listIndex_ = -1;
     QStringList entries_;
     std::vector<ListRow> rows_;

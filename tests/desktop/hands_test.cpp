@@ -222,10 +222,10 @@ TEST(WindowHands, NameWhatIsDrawnOtherwise) {
     ASSERT_EQ(QString(), hands.DrawnDifference(screen.form));
     screen.form.watcher = nullptr;
     const std::function<void()> changes[] = {
-        [&] { screen.At("名称").SetText("別の名"); },    [&] { screen.At("btn_登録").SetEnabled(false); },
-        [&] { screen.At("一覧").SetListIndex(1); },      [&] { screen.At("opb_方法", 2).SetValue(1); },
-        [&] { screen.At("区分").SetVisible(false); },    [&] { screen.At("書類").SetListIndex(1); },
-        [&] { screen.form.SetFocus(screen.At("確認")); }};
+        [&] { screen.At("名称").SetText("別の名"); },       [&] { screen.At("btn_登録").SetEnabled(false); },
+        [&] { screen.At("一覧").SetListIndex(1); },         [&] { screen.At("opb_方法", 2).SetValue(1); },
+        [&] { screen.At("opb_方法", 2).SetChosen(false); }, [&] { screen.At("区分").SetVisible(false); },
+        [&] { screen.At("書類").SetListIndex(1); },         [&] { screen.form.SetFocus(screen.At("確認")); }};
     for (const auto& change : changes) {
         change();
         EXPECT_NE(QString(), hands.DrawnDifference(screen.form));

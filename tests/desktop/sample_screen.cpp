@@ -28,6 +28,7 @@ Control& SampleScreen::Add(ControlKind kind, const QString& name, const QString&
 
 SampleScreen::SampleScreen() {
     Add(ControlKind::SSPanel, "見出し", "見出し");
+    Add(ControlKind::SSPanel, "結果");
     Control& code = Add(ControlKind::EntryField, "コード");
     code.use = screen::EntryUse::Code;
     code.maxLength = 5;
