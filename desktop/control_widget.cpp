@@ -13,7 +13,9 @@
 #include "desktop/entry_widgets.h"
 #include "desktop/list_layout.h"
 #include "desktop/list_table.h"
+#include "desktop/result_label.h"
 #include "screen/form.h"
+#include "screen/result_line.h"
 
 namespace desktop {
 
@@ -23,6 +25,7 @@ using screen::ControlKind;
 namespace {
 
 const char* const kHeading = "heading";
+constexpr QColor kPaleMark(0xc3, 0xcc, 0xd5);
 
 /// Wide enough for a short code, so that its length can be seen; longer texts take what the layout gives.
 void FitWidth(QWidget& widget, const Control& control) {
@@ -50,6 +53,7 @@ QLineEdit* MakeLine(const Control& control, QWidget* parent) {
 }
 
 QLabel* MakeLabel(const Control& control, QWidget* parent) {
+    if (control.Name() == screen::kResultItem) return new ResultLabel(parent);
     auto* label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     if (control.Kind() == ControlKind::SSPanel && control.onClick) label->setCursor(Qt::PointingHandCursor);
@@ -150,11 +154,30 @@ void DrawList(QComboBox& list, const Control& control) {
     list.setCurrentIndex(control.ListIndex());
 }
 
+/// The chosen option stands out; one that is only drawn pressed has a pale mark, and a screen reader says so.
+void DrawChosen(QAbstractButton& option, const Control& control) {
+    const bool onlyPressed = control.Value() != 0 && !control.Chosen();
+    if (QFont font = option.font(); font.bold() != control.Chosen()) {
+        font.setBold(control.Chosen());
+        option.setFont(font);
+    }
+    const QString words = onlyPressed ? QStringLiteral("未選択") : QString();
+    if (option.accessibleDescription() == words) return;
+    option.setAccessibleDescription(words);
+    option.setAccessibleName(words.isEmpty() ? SpokenName(control) : SpokenName(control) + u'、' + words);
+    QPalette colours;
+    if (onlyPressed) colours.setColor(QPalette::Text, kPaleMark);
+    option.setPalette(colours);
+}
+
 void DrawContent(const ControlWidget& widget) {
     const Control& control = *widget.control;
     if (auto* button = qobject_cast<QAbstractButton*>(widget.whole)) {
         button->setText(WithoutMnemonic(TextToDraw(widget)));
         if (button->isCheckable()) button->setChecked(control.Value() != 0);
+        if (control.Kind() == ControlKind::SSOption) DrawChosen(*button, control);
+    } else if (auto* result = dynamic_cast<ResultLabel*>(widget.whole)) {
+        result->Tell(TextToDraw(widget));
     } else if (auto* label = qobject_cast<QLabel*>(widget.whole)) {
         label->setText(TextToDraw(widget));
     } else if (auto* line = qobject_cast<QLineEdit*>(widget.whole)) {
@@ -195,6 +218,12 @@ void DrawControl(const ControlWidget& widget) {
     widget.whole->setEnabled(EnabledToDraw(*widget.control));
     // A widget that was never told is left out when its parent is shown, so say it also when nothing seems to change.
     widget.whole->setVisible(widget.control->Visible());
+}
+
+bool DrawnChosen(const ControlWidget& widget) {
+    const auto* option = qobject_cast<QAbstractButton*>(widget.whole);
+    return option && option->isChecked() && option->font().bold() &&
+           option->palette().color(QPalette::Text) != kPaleMark;
 }
 
 QString TextToDraw(const ControlWidget& widget) {

@@ -28,6 +28,9 @@ QString TextToDraw(const ControlWidget& widget);
 /// The same as it is drawn now.
 QString DrawnText(const ControlWidget& widget);
 
+/// True when an option is drawn as chosen, not merely as pressed.
+bool DrawnChosen(const ControlWidget& widget);
+
 /// True when the control and its strip take input. Whether the form does is not drawn: it would make every screen
 /// flicker when another opens in front of it.
 bool EnabledToDraw(const screen::Control& control);

@@ -182,7 +182,6 @@ void LayOutDiary(WidgetShelf& shelf, QWidget& content) {
     body->addLayout(left, 1);
     body->addLayout(right, 1);
     whole->addLayout(body, 1);
-    AddResult(shelf, *whole);
     AddCatcher(shelf, *whole, QStringLiteral("テイル終了"));
 }
 

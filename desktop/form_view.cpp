@@ -11,12 +11,11 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "desktop/gestures.h"
 #include "desktop/layouts.h"
-#include "screen/user_input.h"
+#include "screen/result_line.h"
 
 namespace desktop {
 
@@ -51,6 +50,7 @@ FormView::FormView(screen::Form& form, std::function<void()> closeAsked, QWidget
     content_ = new QWidget(area_);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
+    whole->setSpacing(0);
     whole->addWidget(area_);
     gestures_ = std::make_unique<Gestures>(*this);
     MakeWidgets();
@@ -76,21 +76,23 @@ void FormView::MakeWidgets() {
         widgets_.insert(control.get(), widget);
         shelf.Put(widget);
         gestures_->Watch(widget);
-        if (!control->shortcut.isEmpty()) AddShortcut(*control, *widget.whole);
+        if (!control->shortcut.isEmpty()) widget.whole->setToolTip(control->shortcut);
     }
     installEventFilter(gestures_.get());
+    PlaceResult(shelf.TakeAs("result", screen::kResultItem));
     LayOut(shelf, *content_);
     for (const auto& control : form_->Controls())
         Draw(*control);
 }
 
-void FormView::AddShortcut(Control& control, QWidget& button) {
-    button.setToolTip(control.shortcut);
-    auto* key = new QShortcut(QKeySequence(control.shortcut), this);
-    connect(key, &QShortcut::activated, this, [this, &control] {
-        QGuiApplication::inputMethod()->commit();
-        if (form_ && control.EffectivelyVisible() && control.EffectivelyEnabled()) screen::UserClick(control);
-    });
+/// What became of a command is in sight however far the content is scrolled.
+void FormView::PlaceResult(QWidget* line) {
+    if (!line) return;
+    foot_ = new QWidget(this);
+    auto* row = new QVBoxLayout(foot_);
+    row->setContentsMargins(10, 0, 10, 6);
+    row->addWidget(line);
+    layout()->addWidget(foot_);
 }
 
 void FormView::FitToDisplay() {
@@ -100,6 +102,7 @@ void FormView::FitToDisplay() {
     content_->layout()->invalidate();
     content_->layout()->activate();
     QSize size = content_->sizeHint().expandedTo(content_->minimumSize()) + QSize(2, 2);
+    if (foot_) size.rheight() += foot_->sizeHint().height();
     if (const QScreen* display = QWidget::screen()) size = size.boundedTo(display->availableSize());
     resize(size);
     if (const QWidget* below = parentWidget()) move(below->geometry().center() - rect().center());

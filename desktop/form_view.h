@@ -59,7 +59,7 @@ class FormView : public QWidget, public screen::FormWatcher {
 
   private:
     void MakeWidgets();
-    void AddShortcut(screen::Control& control, QWidget& button);
+    void PlaceResult(QWidget* line);
     void FitToDisplay();
     void PlaceOverlay();
 
@@ -67,6 +67,7 @@ class FormView : public QWidget, public screen::FormWatcher {
     std::function<void()> closeAsked_;
     QScrollArea* area_;
     QWidget* content_;
+    QWidget* foot_ = nullptr;
     FocusRing* ring_;
     QLabel* overlay_ = nullptr;
     std::unique_ptr<Gestures> gestures_;

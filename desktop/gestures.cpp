@@ -21,6 +21,7 @@
 #include "desktop/key_meaning.h"
 #include "desktop/list_table.h"
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 
 namespace desktop {
 
@@ -93,6 +94,7 @@ bool Gestures::eventFilter(QObject* watched, QEvent* event) {
     if (found == watched_.cend() && watched != &view_) return false;
     const ControlWidget widget = found == watched_.cend() ? ControlWidget() : *found;
     Control* control = widget.control;
+    if (control && !control->EffectivelyEnabled() && ClickedInVain(*control, widget, *event)) return true;
     switch (event->type()) {
         case QEvent::KeyPress:
             return KeyPressed(control, static_cast<QKeyEvent&>(*event));
@@ -150,6 +152,12 @@ bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
         return false;
     }
     ctrlAlone_ = false;
+    const std::optional<screen::KeyPress> press = PressOf(event);
+    if (press && screen::ShortcutButton(*view_.Model(), *press)) {
+        // What is still being composed belongs to the item that the click leaves.
+        if (composing_) QGuiApplication::inputMethod()->commit();
+        return screen::UserFormKey(*view_.Model(), *press);
+    }
     if (composing_) return false;
     ListTable* table = TableOf(control);
     if (table && event.matches(QKeySequence::Copy)) {
@@ -159,37 +167,26 @@ bool Gestures::KeyPressed(Control* control, const QKeyEvent& event) {
     if (PathsPasted(control, event)) return true;
     // Who types ahead of a search picks what the search brought: it is shown before the key is heard.
     if (table && table->Unpainted()) table->PaintNow();
-    const bool enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const bool enter = press && press->key == screen::Key::Enter;
     // A key that is held picks or presses once, and doesn't go on in the window behind.
     if (enter && event.isAutoRepeat() && !(control && control->Kind() == ControlKind::EntryMemo)) return true;
     // A row that was scrolled out of sight is shown first: what is picked is seen.
     if (enter && table && table->BringSelectedIntoView()) return true;
-    if (const auto key = KeyMeaning(event, control)) {
-        screen::UserKey(*view_.Model(), *key);
-        return true;
-    }
-    if (table) {
-        const int row = RowMeaning(event, *control, table->PageRows());
-        if (row >= 0) screen::UserSelectRow(*control, row);
-        // Nothing is left to the table: it would search for a letter and select what it finds.
-        return true;
-    }
-    if (control && control->Kind() == ControlKind::SSTab) {
-        const int page = PageMeaning(event, *control);
-        if (page >= 0) screen::UserChoose(*control, page);
-        return page >= 0;
-    }
-    return MeansNothing(event, control);
+    const bool leaves = press && !screen::UserFormKey(*view_.Model(), *press);
+    if (press && !leaves) return true;
+    // Nothing is left to a table: it would search for a letter and select what it finds.
+    return table || MeansNothing(event, control);
 }
 
 bool Gestures::KeyReleased(Control* control, const QKeyEvent& event) {
     if (event.key() == Qt::Key_Control && ctrlAlone_ && !event.isAutoRepeat()) {
         ctrlAlone_ = false;
-        if (TakesInput() && !composing_) screen::UserKey(*view_.Model(), screen::Key::Ctrl);
+        if (TakesInput() && !composing_) screen::UserFormKey(*view_.Model(), screen::Key::Ctrl);
         return false;
     }
     // The press of such a key was the whole gesture.
-    return control && !control->IsEntry() && KeyMeaning(event, control).has_value();
+    const std::optional<screen::KeyPress> press = PressOf(event);
+    return control && !control->IsEntry() && press && !screen::LeftToItem(*view_.Model(), *press);
 }
 
 bool Gestures::MousePressed(Control& control, const ControlWidget& widget, const QMouseEvent& event) {
@@ -221,6 +218,22 @@ bool Gestures::MousePressed(Control& control, const ControlWidget& widget, const
     }
 }
 
+bool Gestures::ClickedInVain(Control& control, const ControlWidget& widget, QEvent& event) {
+    switch (event.type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            return true;
+        case QEvent::MouseButtonRelease: {
+            const auto& mouse = static_cast<QMouseEvent&>(event);
+            if (mouse.button() == Qt::LeftButton && widget.mouse->rect().contains(mouse.pos()) && TakesInput())
+                screen::UserClick(control);
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
 bool Gestures::PressedOnEntry(Control& control, const ControlWidget& widget, const QMouseEvent& event) {
     const bool hadFocus = view_.Model()->Focused() == &control;
     if (!hadFocus) screen::UserFocus(control);
@@ -229,7 +242,7 @@ bool Gestures::PressedOnEntry(Control& control, const ControlWidget& widget, con
     if (control.Kind() == ControlKind::EntryMemo) return !hasFocus;
     if (auto* number = dynamic_cast<NumberEntry*>(widget.whole); number && hasFocus) {
         if (const int step = number->ArrowAt(event.pos()); step != 0) {
-            screen::UserKey(*view_.Model(), step > 0 ? screen::Key::Up : screen::Key::Down);
+            screen::UserFormKey(*view_.Model(), step > 0 ? screen::Key::Up : screen::Key::Down);
             return true;
         }
     }
@@ -282,7 +295,7 @@ bool Gestures::WheelTurned(Control& control, const ControlWidget& widget, QWheel
         return true;
     }
     if (TakesInput() && event.angleDelta().y() != 0)
-        screen::UserKey(*view_.Model(), event.angleDelta().y() > 0 ? screen::Key::Up : screen::Key::Down);
+        screen::UserFormKey(*view_.Model(), event.angleDelta().y() > 0 ? screen::Key::Up : screen::Key::Down);
     return true;
 }
 

@@ -32,6 +32,8 @@ class Gestures : public QObject {
     bool KeyPressed(screen::Control* control, const QKeyEvent& event);
     bool KeyReleased(screen::Control* control, const QKeyEvent& event);
     bool MousePressed(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
+    /// A press or click of the mouse on a widget that takes no input.
+    bool ClickedInVain(screen::Control& control, const ControlWidget& widget, QEvent& event);
     bool PressedOnEntry(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool MouseReleased(screen::Control& control, const ControlWidget& widget, const QMouseEvent& event);
     bool DoubleClicked(screen::Control& control, const QMouseEvent& event);

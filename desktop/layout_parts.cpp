@@ -62,14 +62,6 @@ void AddNotice(WidgetShelf& shelf, QHBoxLayout& row) {
     row.addWidget(notice, 1);
 }
 
-void AddResult(WidgetShelf& shelf, QVBoxLayout& whole) {
-    QWidget* result = shelf.TakeAs("result", QStringLiteral("結果"));
-    if (!result) return;
-    result->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    result->setMinimumHeight(result->fontMetrics().height() + 6);
-    whole.addWidget(result);
-}
-
 void AddCatcher(WidgetShelf& shelf, QBoxLayout& layout, const QString& name) {
     QWidget* catcher = shelf.TakeAs("catcher", name);
     if (!catcher) return;

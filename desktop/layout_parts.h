@@ -33,9 +33,6 @@ QGridLayout* NewGroup(QVBoxLayout& column, QWidget* panel = nullptr, int stretch
 /// The notice line, as wide as there is room.
 void AddNotice(WidgetShelf& shelf, QHBoxLayout& row);
 
-/// The line at the foot that tells what became of what the user did, over the whole width.
-void AddResult(WidgetShelf& shelf, QVBoxLayout& whole);
-
 /// A catcher of the focus, which nobody sees.
 void AddCatcher(WidgetShelf& shelf, QBoxLayout& layout, const QString& name);
 

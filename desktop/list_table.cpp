@@ -7,6 +7,7 @@
 #include <QHelpEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
 
@@ -69,6 +70,18 @@ Qt::SortOrder MarkOf(bool descending) {
     return descending ? Qt::AscendingOrder : Qt::DescendingOrder;
 }
 
+/// Draws a text that its column cuts by its end, so that names which begin alike stay apart.
+class CutAtStart : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideLeft;
+    }
+};
+
 /// A row as one line of a table; what would break a line or a cell becomes a blank.
 QString AsLine(QStringList cells) {
     for (QString& cell : cells)
@@ -87,14 +100,18 @@ ListTable::ListTable(const screen::Control& control, QWidget* parent)
     : QTableView(parent), rows_(new ListRows(control.columns, this)) {
     setModel(rows_);
     horizontalHeader()->setMinimumSectionSize(kNarrowest);
+    const QScopedValueRollback<bool> fitting(fitting_, true);
+    horizontalHeader()->setStretchLastSection(true);
     for (int column = 0; column < rows_->columnCount(); ++column) {
-        designed_.append(PixelsOfTwips(control.columns[static_cast<std::size_t>(column)].width, *this));
+        const screen::ListColumn& design = control.columns[static_cast<std::size_t>(column)];
+        designed_.append(PixelsOfTwips(design.width, *this));
         setColumnWidth(column, designed_.back());
+        if (design.elideStart) setItemDelegateForColumn(column, new CutAtStart(this));
+        if (design.stretches) LetGrow(column);
     }
     horizontalHeader()->setSectionsClickable(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    horizontalHeader()->setStretchLastSection(true);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
@@ -151,10 +168,6 @@ QString ListTable::CellText(int row, int column) const {
     return rows_->Cells(row).value(column);
 }
 
-int ListTable::PageRows() const {
-    return std::max(viewport()->height() / verticalHeader()->defaultSectionSize(), 1);
-}
-
 void ListTable::CopyRows() const {
     if (RowCount() == 0) return;
     if (const int row = SelectedRow(); row >= 0)
@@ -187,13 +200,18 @@ void ListTable::paintEvent(QPaintEvent* event) {
 
 void ListTable::FillWindow(int rows) {
     preferredRows_ = rows;
-    horizontalHeader()->setStretchLastSection(false);
+    if (growing_ < 0) LetGrow(static_cast<int>(designed_.size()) - 1);
     setMinimumHeight(horizontalHeader()->sizeHint().height() + 4 * verticalHeader()->defaultSectionSize());
     const QScopedValueRollback<bool> fitting(fitting_, true);
     for (int column = 0; column < designed_.size(); ++column)
         setColumnWidth(column, designed_[column]);
-    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { chosen_ = chosen_ || !fitting_; });
     updateGeometry();
+}
+
+void ListTable::LetGrow(int column) {
+    growing_ = column;
+    horizontalHeader()->setStretchLastSection(false);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { chosen_ = chosen_ || !fitting_; });
 }
 
 QSize ListTable::sizeHint() const {
@@ -213,15 +231,15 @@ void ListTable::scrollTo(const QModelIndex& index, ScrollHint hint) {
 
 void ListTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    if (preferredRows_ > 0 && !chosen_) WidenLastColumn();
+    if (growing_ >= 0 && !chosen_) WidenGrowing();
 }
 
-/// Until the user sets a width, the last column takes what the window has left.
-void ListTable::WidenLastColumn() {
-    if (designed_.isEmpty()) return;
+/// Until the user sets a width, the growing column takes what the window has left.
+void ListTable::WidenGrowing() {
     const QScopedValueRollback<bool> fitting(fitting_, true);
-    const int others = std::accumulate(designed_.begin(), designed_.end() - 1, 0);
-    setColumnWidth(static_cast<int>(designed_.size()) - 1, std::max(viewport()->width() - others, designed_.back()));
+    const int designed = designed_[growing_];
+    const int others = std::accumulate(designed_.begin(), designed_.end(), 0) - designed;
+    setColumnWidth(growing_, std::max(viewport()->width() - others, designed));
 }
 
 QList<int> ListTable::ChosenWidths() const {

@@ -24,8 +24,6 @@ class ListTable : public QTableView {
     std::optional<screen::RowOrder> DrawnOrder() const;
     /// Scrolls to the selected row when it is out of sight. True when it was.
     bool BringSelectedIntoView();
-    /// Number of rows that can be seen at a time, at least 1.
-    int PageRows() const;
     /// Puts the selected row on the clipboard, or all rows when none is selected: a line each, the cells parted by
     /// tabs.
     void CopyRows() const;
@@ -55,10 +53,12 @@ class ListTable : public QTableView {
 
   private:
     void DrawOrder(const std::optional<screen::RowOrder>& sorted);
-    void WidenLastColumn();
+    void LetGrow(int column);
+    void WidenGrowing();
 
     ListRows* rows_;
     QList<int> designed_;
+    int growing_ = -1;  ///< the column that takes what the window has left, -1 for none
     int preferredRows_ = 0;
     bool unpainted_ = false;
     bool fitting_ = false;

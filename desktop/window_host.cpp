@@ -4,12 +4,15 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 
+#include "desktop/key_meaning.h"
 #include "desktop/look.h"
+#include "screen/user_keys.h"
 
 namespace desktop {
 
@@ -43,6 +46,27 @@ QString WordsOf(Button button) {
     }
     return QStringLiteral("いいえ(&N)");
 }
+
+/// Lets letters answer a message box, whatever its buttons are called.
+class AnswerByLetter : public QObject {
+  public:
+    AnswerByLetter(const screen::MessageBox& message, QMessageBox& box) : QObject(&box), message_(message), box_(box) {
+        box.installEventFilter(this);
+    }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const auto press = PressOf(static_cast<QKeyEvent&>(*event));
+        if (!press || press->key != screen::Key::Character) return false;
+        if (const auto meant = ButtonMeant(message_, *press)) box_.button(StandardOf(*meant))->click();
+        return true;
+    }
+
+  private:
+    const screen::MessageBox message_;
+    QMessageBox& box_;
+};
 
 /// The program's message texts part their lines by carriage returns.
 QString WithLineFeeds(QString text) {
@@ -230,6 +254,7 @@ void WindowHost::MessageShown() {
         // Closed by its frame: the last button is the one that does least.
         Answer(buttons.empty() ? Button::OK : buttons.back());
     });
+    new AnswerByLetter(message, *box);
     boxes_.push_back(box);
     box->setWindowModality(Qt::ApplicationModal);
     box->show();

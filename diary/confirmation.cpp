@@ -24,6 +24,8 @@ int AskRegister(DiaryContext& diary, const QString& programId, const QString& in
     };
     add(QStringLiteral("btn_登録"), QStringLiteral("はい"), 1);
     add(QStringLiteral("btn_いいえ"), QStringLiteral("いいえ"), 2);
+    dialog.At(QStringLiteral("btn_登録")).shortcut = QStringLiteral("Y");
+    dialog.At(QStringLiteral("btn_いいえ")).shortcut = QStringLiteral("N");
     dialog.onEscape = [&diary, &dialog] { diary.host.CloseByFrame(dialog); };
     diary.host.ShowModal(dialog);
     return answer;

@@ -11,6 +11,7 @@
 #include "diary/launching.h"
 #include "diary/linked_documents.h"
 #include "diary/list_gestures.h"
+#include "diary/outcome_words.h"
 #include "diary/painting.h"
 #include "diary/screen_items.h"
 #include "diary/slot_loading.h"
@@ -292,6 +293,12 @@ void DiaryScreen::WireAttachments() {
 
 void DiaryScreen::WireCommands() {
     Item("btn_登録").onClick = Awake([this] { RegisterSlot(diary_); });
+    Item("btn_登録").onRefused = Awake([this] {
+        // A finding that just changed keeps it off until the next focus change.
+        const QString missing = MissingWords(diary_);
+        diary_.result.TellOutcome(missing.isEmpty() ? QStringLiteral("もう一度押してください。") : missing);
+        RefreshCommands(diary_);
+    });
     Item("btn_削除").onClick = Awake([this] { DeleteSlot(diary_); });
     Item("btn_移動").onClick = Awake([this] { OpenMoveScreen(diary_); });
     Item("btn_終了").onClick = Awake([this] { QuitScreen(diary_); });

@@ -171,8 +171,9 @@ void AddDetailPages(Form& form) {
     strip.SetTabStop(false);
     AddEntry(form, {"営業活動摘要", ControlKind::EntryMemo, EntryUse::Text, 0});
     Control& list = form.Add(ControlKind::ListView, QStringLiteral("List付属書類"));
-    list.columns = {
-        {QStringLiteral("書類名"), 5000}, {QStringLiteral("サイズ"), 1500, true}, {QStringLiteral("更新日付"), 1500}};
+    list.columns = {{.header = QStringLiteral("書類名"), .width = 5000, .elideStart = true, .stretches = true},
+                    {QStringLiteral("サイズ"), 1500, true},
+                    {QStringLiteral("更新日付"), 1500}};
     AddButton(form, "btn_付属書類追加", "付属書類追加");
     AddButton(form, "btn_付属書類削除", "付属書類削除");
     AddButton(form, "btn_フォルダ", "フォルダ追加");

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "drive/state_report.h"
+#include "screen/user_keys.h"
 
 namespace drive {
 
@@ -27,26 +28,10 @@ QString Named(const QJsonObject& command, const char* field) {
     return command.value(QLatin1String(field)).toString();
 }
 
-std::optional<screen::Key> KeyNamed(const QString& name) {
-    static const QHash<QString, screen::Key> keys{{"Tab", screen::Key::Tab},     {"Backtab", screen::Key::Backtab},
-                                                  {"Enter", screen::Key::Enter}, {"Escape", screen::Key::Escape},
-                                                  {"Ctrl", screen::Key::Ctrl},   {"Down", screen::Key::Down},
-                                                  {"Up", screen::Key::Up},       {"Space", screen::Key::Space}};
-    const auto found = keys.constFind(name);
-    return found == keys.cend() ? std::nullopt : std::optional(*found);
-}
-
-/// Finds the item that a command names; otherwise says in words why a user can't act on it.
-Control* ReachableItem(const QJsonObject& command, const Form& form, QString& refusal) {
-    const QString name = Named(command, "item");
-    Control* control = form.Find(name, command.value("index").toInt(-1));
-    if (!control)
-        refusal = QStringLiteral("no item %1 on %2").arg(name, form.Name());
-    else if (!control->EffectivelyVisible())
-        refusal = QStringLiteral("%1 is hidden").arg(name);
-    else if (!control->EffectivelyEnabled())
-        refusal = QStringLiteral("%1 is disabled").arg(name);
-    return refusal.isEmpty() ? control : nullptr;
+/// Says in words why a user can't act on the item; empty when one can.
+QString OutOfReach(const Control& control) {
+    if (!control.EffectivelyVisible()) return QStringLiteral("%1 is hidden").arg(control.Name());
+    return control.EffectivelyEnabled() ? QString() : QStringLiteral("%1 is disabled").arg(control.Name());
 }
 
 /// The form of that name, shown or hidden; null when none is loaded.
@@ -95,7 +80,7 @@ void CommandLoop::TakeDuringWait() {
                 takesDuringWait_ = false;
                 return;
             }
-            refusal_ = CarryOut(command);
+            if (const QString refusal = CarryOut(command); !refusal.isEmpty()) refusal_ = refusal;
         }
         // A command that left the wait is answered behind it.
         if (host_.Waiting().isEmpty()) return;
@@ -190,7 +175,12 @@ QString CommandLoop::CarryOut(const QJsonObject& command) {
         }
         return QStringLiteral("the message box has no such button");
     }
-    if (host_.WaitingMessage()) return QStringLiteral("a message box is in front");
+    if (const screen::MessageBox* box = host_.WaitingMessage()) {
+        const auto key = what == "key" ? screen::KeyNamed(Named(command, "key")) : std::nullopt;
+        if (!key || !ButtonMeant(*box, *key)) return QStringLiteral("a message box is in front");
+        hands_->AnswerByKey(*key);
+        return {};
+    }
     if (what == "path") {
         if (!host_.WaitingDialog()) return QStringLiteral("no file or folder dialog is in front");
         const QJsonValue path = command.value("path");
@@ -211,10 +201,12 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
         return {};
     }
     if (what == "key") {
-        const auto key = KeyNamed(Named(command, "key"));
+        const auto key = screen::KeyNamed(Named(command, "key"));
         if (!key) return QStringLiteral("no key %1").arg(Named(command, "key"));
         if (!form.Enabled() && !(*key == screen::Key::Escape && form.onEscapeDisabled))
             return QStringLiteral("%1 is disabled").arg(form.Name());
+        // A refusal is kept at once: what the key does may open a wait, which answers down there.
+        if (const Control* button = screen::ShortcutButton(form, *key)) refusal_ = OutOfReach(*button);
         hands_->PressKey(form, *key);
         return {};
     }
@@ -226,9 +218,16 @@ QString CommandLoop::CarryOutOnForm(const QJsonObject& command, Form& form) {
         return {};
     }
 
-    QString refusal;
-    Control* control = ReachableItem(command, form, refusal);
-    if (!control) return what.isEmpty() ? QStringLiteral("no command") : refusal;
+    const QString name = Named(command, "item");
+    Control* control = form.Find(name, command.value("index").toInt(-1));
+    const QString refusal = control ? OutOfReach(*control) : QStringLiteral("no item %1 on %2").arg(name, form.Name());
+    if (!refusal.isEmpty()) {
+        if (what.isEmpty()) return QStringLiteral("no command");
+        if (what != "click" || !control || !control->EffectivelyVisible() || !control->onRefused) return refusal;
+        refusal_ = refusal;
+        hands_->Click(*control);
+        return {};
+    }
     const ControlKind kind = control->Kind();
     int position = 0;
     if (what == "focus") {

@@ -1,6 +1,7 @@
 #include "drive/hands.h"
 
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 
 namespace drive {
 
@@ -10,8 +11,8 @@ void Hands::Focus(screen::Control& control) {
 void Hands::Type(screen::Control& control, const QString& text) {
     screen::UserType(control, text);
 }
-void Hands::PressKey(screen::Form& form, screen::Key key) {
-    screen::UserKey(form, key);
+void Hands::PressKey(screen::Form& form, const screen::KeyPress& press) {
+    screen::UserKey(form, press);
 }
 void Hands::Click(screen::Control& control) {
     screen::UserClick(control);
@@ -36,6 +37,9 @@ void Hands::Drop(screen::Control& control, const QStringList& paths) {
 }
 void Hands::Answer(screen::Button button) {
     host_.Answer(button);
+}
+void Hands::AnswerByKey(const screen::KeyPress& press) {
+    if (const auto button = screen::ButtonMeant(*host_.WaitingMessage(), press)) host_.Answer(*button);
 }
 void Hands::AnswerPath(const std::optional<QString>& path) {
     host_.AnswerPath(path);

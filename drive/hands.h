@@ -8,7 +8,7 @@
 namespace drive {
 
 /// The hands that carry a command out. The plain ones act on the models; a host with real widgets sends real key, mouse
-/// and focus events instead. Whoever calls has made sure that a user could do it.
+/// and focus events instead. Whoever calls has made sure that a user could do it, or means a click in vain.
 class Hands {
   public:
     explicit Hands(screen::ScreenHost& host) : host_(host) {}
@@ -16,7 +16,7 @@ class Hands {
 
     virtual void Focus(screen::Control& control);
     virtual void Type(screen::Control& control, const QString& text);
-    virtual void PressKey(screen::Form& form, screen::Key key);
+    virtual void PressKey(screen::Form& form, const screen::KeyPress& press);
     virtual void Click(screen::Control& control);
     virtual void DoubleClick(screen::Control& control);
     virtual void Choose(screen::Control& control, int entry);
@@ -25,6 +25,8 @@ class Hands {
     virtual void ClickHeader(screen::Control& control, int column);
     virtual void Drop(screen::Control& control, const QStringList& paths);
     virtual void Answer(screen::Button button);
+    /// The key is one that answers the message box in front.
+    virtual void AnswerByKey(const screen::KeyPress& press);
     virtual void AnswerPath(const std::optional<QString>& path);
     virtual void Close(screen::Form& form);
 

@@ -64,10 +64,11 @@ QJsonObject ControlState(const Control& control) {
     } else {
         state["caption"] = control.Caption();
     }
-    if (control.Kind() == ControlKind::SSOption) state["chosen"] = control.Chosen() ? 1 : 0;
     switch (control.Kind()) {
-        case ControlKind::EntryNumber:
         case ControlKind::SSOption:
+            state["chosen"] = control.Chosen() ? 1 : 0;
+            [[fallthrough]];
+        case ControlKind::EntryNumber:
         case ControlKind::CheckBox:
             state["value"] = control.Value();
             break;

@@ -46,9 +46,9 @@ void Control::SetText(const QString& text) {
 
 void Control::SetValue(int value) {
     if (kind_ == ControlKind::EntryNumber) value = std::clamp(value, minimum, maximum);
-    if (kind_ == ControlKind::SSOption) SetChosen(value != 0);
     if (value == value_) return;
     value_ = value;
+    onlyPressed_ = false;
     if (kind_ == ControlKind::SSOption && value != 0)
         for (const auto& other : form_.Controls())
             if (other.get() != this && other->Name() == name_) other->SetValue(0);
@@ -57,8 +57,8 @@ void Control::SetValue(int value) {
 }
 
 void Control::SetChosen(bool chosen) {
-    if (chosen == chosen_) return;
-    chosen_ = chosen;
+    if (onlyPressed_ == !chosen) return;
+    onlyPressed_ = !chosen;
     Changed();
 }
 
@@ -118,6 +118,10 @@ bool Control::EffectivelyEnabled() const {
 
 bool Control::TakesFocus() const {
     return kind_ != ControlKind::SSPanel && kind_ != ControlKind::CaptionLabel;
+}
+
+bool Control::IsButton() const {
+    return kind_ == ControlKind::CommandButton || kind_ == ControlKind::SSCommand;
 }
 
 bool Control::IsEntry() const {

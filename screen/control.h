@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "screen/key_press.h"
+
 namespace screen {
 
 class Form;
@@ -38,13 +40,12 @@ enum class EntryUse {
     Code,  ///< codes and numbers: input method off, full-width digits become half-width
 };
 
-/// Keys that a screen's logic hears of.
-enum class Key { Tab, Backtab, Enter, Escape, Ctrl, Down, Up, Space };
-
 struct ListColumn {
     QString header;
     int width = 0;  ///< twips
     bool rightAligned = false;
+    bool elideStart = false;  ///< a text that is too long loses its beginning, not its end
+    bool stretches = false;   ///< takes the room that a wider window gives
 };
 
 struct ListRow {
@@ -91,7 +92,7 @@ class Control {
     /// Pages of a tab strip.
     QStringList pages;
     std::vector<ListColumn> columns;
-    /// Key that clicks this button from anywhere on the form, as the platform writes it ("F12", "Shift+F3").
+    /// Key that clicks this button from anywhere on the form, as KeyNamed reads it ("F12", "Shift+F3", "Y").
     QString shortcut;
     /// Colour of the text as 0xBBGGRR; nothing for the system's.
     std::optional<int> foreColor;
@@ -111,9 +112,9 @@ class Control {
     int Value() const { return value_; }
     void SetValue(int value);
 
-    /// SSOption: whether the record behind the screen holds it. It follows SetValue until it is told otherwise: an
-    /// option may still be drawn pressed although nothing is chosen.
-    bool Chosen() const { return chosen_; }
+    /// SSOption: true when the record holds it, false when it is only drawn pressed. Follows the value, from each
+    /// change of it on, until it is told otherwise.
+    bool Chosen() const { return value_ != 0 && !onlyPressed_; }
     void SetChosen(bool chosen);
 
     /// ComboBox: the chosen entry, -1 for none. SSTab: the page in front. ListView: the selected row, -1 for none.
@@ -144,12 +145,17 @@ class Control {
     bool TakesFocus() const;
     /// True for the kinds whose text a user types.
     bool IsEntry() const;
+    /// True for the push buttons.
+    bool IsButton() const;
 
     // Handlers; an empty one does nothing.
     std::function<void()> onGotFocus;
     std::function<void()> onLostFocus;
     std::function<void()> onChange;
     std::function<void()> onClick;
+    /// A click, by mouse or shortcut, that does nothing since the control can be seen but takes no input: here it can
+    /// be told why.
+    std::function<void()> onRefused;
     std::function<void()> onDoubleClick;
     std::function<void(Key)> onKeyDown;
     std::function<void(int column)> onHeaderClick;
@@ -166,7 +172,7 @@ class Control {
     QString caption_;
     QString text_;
     int value_ = 0;
-    bool chosen_ = false;
+    bool onlyPressed_ = false;
     int listIndex_ = -1;
     QStringList entries_;
     std::vector<ListRow> rows_;

@@ -6,7 +6,7 @@
 
 // What a user's hands do to a form. Each call is carried out as on a real screen: the focus moves first where the
 // control takes it, limits of the control itself are kept, and the handlers run. The headless host and the drawn view
-// both act through here, so that they can't differ.
+// both act through here, so that they can't differ. Keys stand in screen/user_keys.h.
 namespace screen {
 
 /// A mouse click into the control, to give it the focus. Returns false when it can't have it.
@@ -19,10 +19,7 @@ QString AcceptedText(const Control& control, const QString& typed);
 /// Typing that leaves `text` as the whole text of the control.
 void UserType(Control& control, const QString& text);
 
-/// A key on the focused control of the form.
-void UserKey(Form& form, Key key);
-
-/// A mouse click on a button, panel, caption, option or check box.
+/// A mouse click on a button, panel, caption, option or check box. On one that takes no input it only runs onRefused.
 void UserClick(Control& control);
 void UserDoubleClick(Control& control);
 

@@ -7,6 +7,7 @@
 #include "diary/painting.h"
 #include "items/display_forms.h"
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 #include "session/run/modules.h"
 #include "session/schema.h"
 #include "setup/tree.h"

@@ -53,6 +53,9 @@ QString ContentDifference(const ControlWidget& widget) {
     if (auto* button = qobject_cast<QAbstractButton*>(widget.whole); button && button->isCheckable())
         if (const QString pressed = Differs("value", control.Value() != 0, button->isChecked()); !pressed.isEmpty())
             return pressed;
+    if (control.Kind() == ControlKind::SSOption)
+        if (const QString chosen = Differs("chosen", control.Chosen(), desktop::DrawnChosen(widget)); !chosen.isEmpty())
+            return chosen;
     const QString held = desktop::TextToDraw(widget);
     const QString drawn = desktop::DrawnText(widget);
     return held == drawn ? QString() : Told("text", held, drawn);

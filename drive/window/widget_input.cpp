@@ -32,15 +32,20 @@ void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
     if (still) QTest::keyRelease(still, key, modifiers);
 }
 
+void PressTyping(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+    const QPointer<QWidget> still = &widget;
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, modifiers, text);
+        if (still) QApplication::sendEvent(still, &event);
+    }
+}
+
 void TypeKeys(QWidget& widget, const QString& text) {
     const QPointer<QWidget> still = &widget;
     for (const QChar character : text) {
         // A key is known by its Latin letter; any other character comes as text alone.
         const int key = character.unicode() < 0x80 ? character.toUpper().unicode() : 0;
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event(type, key, Qt::NoModifier, QString(character));
-            if (still) QApplication::sendEvent(still, &event);
-        }
+        if (still) PressTyping(*still, static_cast<Qt::Key>(key), Qt::NoModifier, character);
     }
 }
 

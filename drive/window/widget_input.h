@@ -15,6 +15,8 @@ void ClickAt(QWidget& widget, const QPoint& place);
 void DoubleClickAt(QWidget& widget, const QPoint& place);
 /// Presses and releases a key.
 void Press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// The same with the text that the key gives.
+void PressTyping(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text);
 /// Types the text, a key for each character.
 void TypeKeys(QWidget& widget, const QString& text);
 /// Puts the text in as a whole, as an input method or the clipboard does.

@@ -17,35 +17,30 @@
 #include "drive/window/drawn_difference.h"
 #include "drive/window/widget_input.h"
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 
 namespace drive {
 
 using screen::Control;
 using screen::ControlKind;
 using screen::Key;
+using screen::KeyPress;
 
 namespace {
 
-Qt::Key KeyOf(Key key) {
-    switch (key) {
-        case Key::Tab:
-            return Qt::Key_Tab;
-        case Key::Backtab:
-            return Qt::Key_Backtab;
-        case Key::Enter:
-            return Qt::Key_Return;
-        case Key::Escape:
-            return Qt::Key_Escape;
-        case Key::Ctrl:
-            return Qt::Key_Control;
-        case Key::Down:
-            return Qt::Key_Down;
-        case Key::Up:
-            return Qt::Key_Up;
-        case Key::Space:
-            break;
-    }
-    return Qt::Key_Space;
+Qt::Key KeyOf(const KeyPress& press) {
+    static const QHash<Key, Qt::Key> keys{
+        {Key::Tab, Qt::Key_Tab},       {Key::Backtab, Qt::Key_Backtab},  {Key::Enter, Qt::Key_Return},
+        {Key::Escape, Qt::Key_Escape}, {Key::Ctrl, Qt::Key_Control},     {Key::Space, Qt::Key_Space},
+        {Key::Up, Qt::Key_Up},         {Key::Down, Qt::Key_Down},        {Key::Left, Qt::Key_Left},
+        {Key::Right, Qt::Key_Right},   {Key::Home, Qt::Key_Home},        {Key::End, Qt::Key_End},
+        {Key::PageUp, Qt::Key_PageUp}, {Key::PageDown, Qt::Key_PageDown}};
+    if (press.key == Key::Function) return static_cast<Qt::Key>(Qt::Key_F1 + press.which - 1);
+    return press.key == Key::Character ? static_cast<Qt::Key>(press.which) : keys.value(press.key);
+}
+
+Qt::KeyboardModifiers HeldWith(const KeyPress& press) {
+    return (press.shift ? Qt::ShiftModifier : Qt::NoModifier) | (press.ctrl ? Qt::ControlModifier : Qt::NoModifier);
 }
 
 QPoint Centre(const QWidget& widget) {
@@ -61,6 +56,16 @@ QPoint HotSpot(const Control& control, const QWidget& widget) {
 void SelectAll(QWidget& widget) {
     if (auto* line = qobject_cast<QLineEdit*>(&widget)) line->selectAll();
     if (auto* memo = qobject_cast<QPlainTextEdit*>(&widget)) memo->selectAll();
+}
+
+/// Leaves the cursor where it is and nothing selected.
+void Deselect(QWidget& widget) {
+    if (auto* line = qobject_cast<QLineEdit*>(&widget)) line->deselect();
+    if (auto* memo = qobject_cast<QPlainTextEdit*>(&widget)) {
+        QTextCursor cursor = memo->textCursor();
+        cursor.clearSelection();
+        memo->setTextCursor(cursor);
+    }
 }
 
 /// True when the keys of the text, one after the other, give what the whole text gives. The item's limit may let a
@@ -106,18 +111,31 @@ void WindowHands::Type(Control& control, const QString& text) {
     control.Owner().SetWholeTextSelected(false);
 }
 
-void WindowHands::PressKey(screen::Form& form, Key key) {
+void WindowHands::PressKey(screen::Form& form, const KeyPress& press) {
     desktop::FormView* view = windows_.ViewOf(form);
     if (!view) return;
-    QWidget& widget = *view->FocusTarget();
-    const Control* focused = form.Focused();
-    const bool inMemo = focused && focused->Kind() == ControlKind::EntryMemo;
+    const QPointer<QWidget> widget = view->FocusTarget();
+    if (widget == view || !form.Focused()->IsEntry() || !screen::LeftToItem(form, press)) {
+        Press(*widget, KeyOf(press), HeldWith(press));
+        // What a drop-down list unfolds on its own is no part of the form.
+        if (auto* list = qobject_cast<QComboBox*>(widget.data())) list->hidePopup();
+        return;
+    }
+    // The clipboard and what could be undone would be those of the machine.
+    const bool selectsAll = press.which == u'A';
+    if (press.key == Key::Character && press.ctrl && !selectsAll) return;
+    const bool inMemo = form.Focused()->Kind() == ControlKind::EntryMemo;
+    const QString typed = screen::TypedBy(press);
+    const bool newLine = press.key == Key::Enter && !press.ctrl;
     // What is typed without a place goes behind the text.
-    if (inMemo && (key == Key::Enter || key == Key::Space))
-        Press(widget, Qt::Key_End, Qt::ControlModifier);
-    else if (focused && focused->IsEntry() && key == Key::Space && !form.WholeTextSelected())
-        Press(widget, Qt::Key_End);
-    Press(widget, KeyOf(key));
+    if ((newLine || !typed.isEmpty()) && !form.WholeTextSelected())
+        Press(*widget, Qt::Key_End, inMemo ? Qt::ControlModifier : Qt::NoModifier);
+    if (press.key == Key::Character || press.key == Key::Space)
+        PressTyping(*widget, KeyOf(press), HeldWith(press), typed);
+    else
+        Press(*widget, KeyOf(press), HeldWith(press));
+    // How much the cursor drags along hangs on where it stood.
+    if (screen::MovesCursor(*form.Focused(), press.key)) Deselect(*widget);
 }
 
 void WindowHands::Click(Control& control) {
@@ -146,8 +164,7 @@ void WindowHands::DoubleClick(Control& control) {
     const bool whole = control.Owner().WholeTextSelected();
     DoubleClickAt(*still, place);
     // It selects a word; how much of the text that is must not make the answers differ.
-    if (auto* line = qobject_cast<QLineEdit*>(still.data()); line && line->hasFocus())
-        whole ? line->selectAll() : line->deselect();
+    if (still && control.Owner().Focused() == &control) whole ? SelectAll(*widget.keys) : Deselect(*widget.keys);
 }
 
 void WindowHands::Choose(Control& control, int entry) {
@@ -200,6 +217,13 @@ void WindowHands::Answer(screen::Button button) {
                                                  : button == screen::Button::Yes ? QMessageBox::Yes
                                                                                  : QMessageBox::No;
     if (QAbstractButton* drawn = box->button(standard)) ClickAt(*drawn, Centre(*drawn));
+}
+
+void WindowHands::AnswerByKey(const KeyPress& press) {
+    QMessageBox* box = windows_.BoxInFront();
+    if (!box) return;
+    QWidget* focused = box->focusWidget();
+    Press(focused ? *focused : *box, KeyOf(press), HeldWith(press));
 }
 
 void WindowHands::AnswerPath(const std::optional<QString>& path) {

@@ -13,7 +13,7 @@ class WindowHands : public Hands {
 
     void Focus(screen::Control& control) override;
     void Type(screen::Control& control, const QString& text) override;
-    void PressKey(screen::Form& form, screen::Key key) override;
+    void PressKey(screen::Form& form, const screen::KeyPress& press) override;
     void Click(screen::Control& control) override;
     void DoubleClick(screen::Control& control) override;
     void Choose(screen::Control& control, int entry) override;
@@ -22,6 +22,7 @@ class WindowHands : public Hands {
     void ClickHeader(screen::Control& control, int column) override;
     void Drop(screen::Control& control, const QStringList& paths) override;
     void Answer(screen::Button button) override;
+    void AnswerByKey(const screen::KeyPress& press) override;
     void AnswerPath(const std::optional<QString>& path) override;
     void Close(screen::Form& form) override;
     void Settle() override;

@@ -42,7 +42,7 @@ Gesture Focus(const char* name, int index = -1) {
 Gesture Type(const char* text) {
     return {text, [=](auto& hands, auto& screen) { hands.Type(*screen.form.Focused(), QString::fromUtf8(text)); }};
 }
-Gesture Press(const char* what, Key key) {
+Gesture Press(const char* what, screen::KeyPress key) {
     return {what, [=](auto& hands, auto& screen) { hands.PressKey(screen.form, key); }};
 }
 Gesture Click(const char* name, int index = -1) {
@@ -75,23 +75,16 @@ const Gesture kTab = Press("Tab", Key::Tab), kBacktab = Press("Backtab", Key::Ba
               kSpace = Press("Space", Key::Space), kCtrl = Press("Ctrl", Key::Ctrl),
               kEscape = Press("Escape", Key::Escape);
 
-class SameHands : public testing::TestWithParam<Play> {};
-
-}  // namespace
-
-// The real keys and clicks do to a form what the plain hands do to it: the same events in the same order, the same
-// state, and all of it drawn.
-TEST_P(SameHands, OnTheModelAndOnTheWidgets) {
-    BareHost bareHost;
-    SampleScreen bare;
-    drive::Hands plain(bareHost);
-    bareHost.Show(bare.form);
-    desktop::WindowHost windowHost;
-    SampleScreen drawn;
-    drive::WindowHands real(windowHost);
-    windowHost.Show(drawn.form);
-    real.Settle();
-    for (const Gesture& gesture : GetParam().gestures) {
+/// The same screen without a window and with one, and hands for each.
+struct BothScreens {
+    BothScreens() {
+        bareHost.Show(bare.form);
+        windowHost.Show(drawn.form);
+        real.Settle();
+    }
+    ~BothScreens() { windowHost.Unload(drawn.form); }
+    /// Makes the gesture on both: the same events in the same order, the same state, and all of it drawn.
+    void Make(const Gesture& gesture) {
         gesture.make(plain, bare);
         gesture.make(real, drawn);
         real.Settle();
@@ -99,8 +92,25 @@ TEST_P(SameHands, OnTheModelAndOnTheWidgets) {
         ASSERT_EQ(bare.State().toStdString(), drawn.State().toStdString()) << gesture.what;
         ASSERT_EQ("", real.DrawnDifference(drawn.form).toStdString()) << gesture.what;
     }
-    EXPECT_FALSE(drawn.log.isEmpty());
-    windowHost.Unload(drawn.form);
+
+    BareHost bareHost;
+    SampleScreen bare;
+    drive::Hands plain{bareHost};
+    desktop::WindowHost windowHost;
+    SampleScreen drawn;
+    drive::WindowHands real{windowHost};
+};
+
+class SameHands : public testing::TestWithParam<Play> {};
+
+}  // namespace
+
+// The real keys and clicks do to a form what the plain hands do to it.
+TEST_P(SameHands, OnTheModelAndOnTheWidgets) {
+    BothScreens both;
+    for (const Gesture& gesture : GetParam().gestures)
+        ASSERT_NO_FATAL_FAILURE(both.Make(gesture));
+    EXPECT_FALSE(both.drawn.log.isEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -122,6 +132,7 @@ INSTANTIATE_TEST_SUITE_P(
         Play{"buttons",
              {Click("btn_登録"), kSpace, kEnter, Click("btn_終了"), Focus("名称"), Focus("btn_登録"), Click("見出し"),
               Click("itm_ttl_名称"), Click("確認"), kSpace}},
+        Play{"refused", {Focus("名称"), Click("btn_削除"), Press("F9", *screen::KeyNamed("F9"))}},
         Play{"doubleClicks", {Double("名称"), Double("名称"), Double("関門"), kTab}},
         Play{"gate", {Focus("名称"), Focus("関門"), Focus("確認"), kTab}},
         Play{"memo", {Focus("摘要"), Type("一行目\r\n二行目"), kEnter, kSpace, kUp, kEnter, Type("　字下げ"), kTab}},
@@ -165,23 +176,40 @@ TEST(WindowHands, FollowHandlersThatChangeTheForm) {
     };
     for (const Case& one : cases) {
         SCOPED_TRACE(one.what);
-        BareHost bareHost;
-        SampleScreen bare;
-        drive::Hands plain(bareHost);
-        bareHost.Show(bare.form);
-        desktop::WindowHost windowHost;
-        SampleScreen drawn;
-        drive::WindowHands real(windowHost);
-        windowHost.Show(drawn.form);
-        one.arrange(bare);
-        one.arrange(drawn);
-        for (const Gesture& gesture : {one.gesture, kTab, kSpace, Focus("コード")}) {
-            gesture.make(plain, bare);
-            gesture.make(real, drawn);
-            real.Settle();
-            EXPECT_EQ(Events(bare), Events(drawn)) << gesture.what;
-            EXPECT_EQ(bare.State().toStdString(), drawn.State().toStdString()) << gesture.what;
-            EXPECT_EQ("", real.DrawnDifference(drawn.form).toStdString()) << gesture.what;
+        BothScreens both;
+        one.arrange(both.bare);
+        one.arrange(both.drawn);
+        for (const Gesture& gesture : {one.gesture, kTab, kSpace, Focus("コード")})
+            both.Make(gesture);
+    }
+}
+
+// Every key with everything that can be held beside it, in every item, in an untouched text and behind a typed one.
+TEST(WindowHands, PressEveryKeyInEveryItemAlike) {
+    QStringList keys{"Tab",  "Backtab", "Enter", "Escape", "Space",  "Up",      "Down",
+                     "Left", "Right",   "Home",  "End",    "PageUp", "PageDown"};
+    for (int number = 1; number <= 12; ++number)
+        keys.append('F' + QString::number(number));
+    for (const char character : {'A', 'b', 'C', 'V', 'X', 'Y', 'z', '0', '2', '5'})
+        keys.append(QChar(character));
+    for (const QString& bare : QStringList(keys))
+        keys << "Shift+" + bare << "Ctrl+" + bare;
+    keys.append("Ctrl");
+    BothScreens both;
+    QStringList items;
+    for (const auto& control : both.bare.form.Controls())
+        if (control->TakesFocus() && control->Enabled() && control->Index() <= 0) items.append(control->Name());
+    for (const QString& item : items) {
+        SCOPED_TRACE(item.toStdString());
+        const std::string name = item.toStdString();
+        const int index = both.bare.form.Find(item) ? -1 : 0;
+        both.Make(Choose("tab_詳細", item == "書類" ? 1 : 0));
+        for (const QString& key : keys) {
+            const std::string what = key.toStdString();
+            if (both.bare.form.Focused() != &both.bare.At(name.c_str(), index)) both.Make(Focus(name.c_str(), index));
+            ASSERT_NO_FATAL_FAILURE(both.Make(Press(what.c_str(), *screen::KeyNamed(key))));
+            both.bare.log.clear();
+            both.drawn.log.clear();
         }
     }
 }
@@ -194,10 +222,10 @@ TEST(WindowHands, NameWhatIsDrawnOtherwise) {
     ASSERT_EQ(QString(), hands.DrawnDifference(screen.form));
     screen.form.watcher = nullptr;
     const std::function<void()> changes[] = {
-        [&] { screen.At("名称").SetText("別の名"); },    [&] { screen.At("btn_登録").SetEnabled(false); },
-        [&] { screen.At("一覧").SetListIndex(1); },      [&] { screen.At("opb_方法", 2).SetValue(1); },
-        [&] { screen.At("区分").SetVisible(false); },    [&] { screen.At("書類").SetListIndex(1); },
-        [&] { screen.form.SetFocus(screen.At("確認")); }};
+        [&] { screen.At("名称").SetText("別の名"); },       [&] { screen.At("btn_登録").SetEnabled(false); },
+        [&] { screen.At("一覧").SetListIndex(1); },         [&] { screen.At("opb_方法", 2).SetValue(1); },
+        [&] { screen.At("opb_方法", 2).SetChosen(false); }, [&] { screen.At("区分").SetVisible(false); },
+        [&] { screen.At("書類").SetListIndex(1); },         [&] { screen.form.SetFocus(screen.At("確認")); }};
     for (const auto& change : changes) {
         change();
         EXPECT_NE(QString(), hands.DrawnDifference(screen.form));

@@ -21,12 +21,14 @@ Control& SampleScreen::Add(ControlKind kind, const QString& name, const QString&
     control.onClick = [tell] { tell("click"); };
     control.onDoubleClick = [tell] { tell("double"); };
     control.onKeyDown = [tell](screen::Key) { tell("ctrl"); };
+    control.onRefused = [tell] { tell("refused"); };
     control.onHeaderClick = [tell](int column) { tell("header " + QString::number(column)); };
     return control;
 }
 
 SampleScreen::SampleScreen() {
     Add(ControlKind::SSPanel, "見出し", "見出し");
+    Add(ControlKind::SSPanel, "結果");
     Control& code = Add(ControlKind::EntryField, "コード");
     code.use = screen::EntryUse::Code;
     code.maxLength = 5;
@@ -39,7 +41,7 @@ SampleScreen::SampleScreen() {
     number.maximum = 5;
     for (int index = 0; index < 3; ++index)
         Add(ControlKind::SSOption, "opb_方法", QString("方法%1").arg(index), index);
-    Add(ControlKind::ComboBox, "一覧").SetEntries({"なし", "訪問", "電話", "その他"});
+    Add(ControlKind::ComboBox, "一覧").SetEntries({"なし", "A訪問", "B電話", "Aその他"});
     Add(ControlKind::CheckBox, "確認", "確認");
     Control& gated = Add(ControlKind::EntryField, "関門");
     // Like an item behind an empty key item: who enters is sent back.
@@ -53,11 +55,18 @@ SampleScreen::SampleScreen() {
     memo.container = &strip;
     Control& list = Add(ControlKind::ListView, "書類");
     list.columns = {{"名前", 2000}, {"日付", 1500}};
-    list.SetRows({{"1", {"甲", "20260101"}}, {"2", {"乙", "20260102"}}, {"3", {"丙", "20260103"}}});
+    std::vector<screen::ListRow> rows;
+    for (int row = 1; row <= 13; ++row)
+        rows.push_back({QString::number(row), {QString("書類%1").arg(row), "20260101"}});
+    list.SetRows(rows);
     list.container = &strip;
     list.page = 1;
-    Add(ControlKind::SSCommand, "btn_登録", "登録");
-    Add(ControlKind::SSCommand, "btn_終了", "終了 & 閉じる");
+    Add(ControlKind::SSCommand, "btn_登録", "登録").shortcut = "F12";
+    Add(ControlKind::SSCommand, "btn_終了", "終了 & 閉じる").shortcut = "Shift+F3";
+    Add(ControlKind::SSCommand, "btn_はい", "はい").shortcut = "Y";
+    Control& off = Add(ControlKind::SSCommand, "btn_削除", "削除");
+    off.shortcut = "F9";
+    off.SetEnabled(false);
     Add(ControlKind::EntryField, "固定").readOnly = true;
     form.onEscape = [this] { log.append("escape"); };
     form.FocusFirst();
@@ -73,9 +82,7 @@ QString SampleScreen::State() const {
                          .arg(control->ListIndex())
                          .arg(control->EffectivelyEnabled()));
     lines.append(form.Focused() ? "focus " + NameOf(*form.Focused()) : "no focus");
-    // In a number nothing hangs on the selection.
-    const bool number = form.Focused() && form.Focused()->Kind() == ControlKind::EntryNumber;
-    lines.append(form.WholeTextSelected() && !number ? "selected" : "");
+    lines.append(form.WholeTextSelected() ? "selected" : "");
     return lines.join(u'\n');
 }
 

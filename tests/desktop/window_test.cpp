@@ -12,6 +12,7 @@
 #include <QtTest/QTest>
 #include <csignal>
 
+#include "desktop/result_label.h"
 #include "desktop/window_host.h"
 #include "drive/window/window_hands.h"
 #include "sample_screen.h"
@@ -174,6 +175,70 @@ TEST_F(Window, TheFocusedItemThatGoesOffLeavesTheKeysWorking) {
     EXPECT_EQ(Focused(), "btn_終了");
 }
 
+TEST_F(Window, ARefusedClickIsHeardByTheItemAlone) {
+    Go("名称");
+    QTest::mouseClick(&Keys("btn_削除"), Qt::LeftButton);
+    EXPECT_EQ(TakeLog(), "btn_削除 refused");
+    QTest::keyClick(&Keys("名称"), Qt::Key_F9);
+    EXPECT_EQ(TakeLog(), "btn_削除 refused");
+    QTest::mouseClick(&Keys("btn_削除"), Qt::RightButton);
+    sample.At("btn_削除").SetVisible(false);
+    QTest::keyClick(&Keys("名称"), Qt::Key_F9);
+    EXPECT_EQ(TakeLog(), "");
+    sample.At("tab_詳細").SetEnabled(false);
+    QTest::mouseClick(&Keys("摘要"), Qt::LeftButton);
+    EXPECT_EQ(TakeLog(), "摘要 refused");
+    EXPECT_EQ(Focused(), "名称");
+}
+
+TEST_F(Window, AnOptionThatIsOnlyPressedCanStillBeChosen) {
+    screen::Control& option = sample.At("opb_方法", 1);
+    const desktop::ControlWidget& widget = *View().WidgetOf(option);
+    option.SetValue(1);
+    EXPECT_TRUE(desktop::DrawnChosen(widget));
+    option.SetChosen(false);
+    EXPECT_FALSE(desktop::DrawnChosen(widget));
+    EXPECT_EQ(widget.whole->accessibleName(), QString("方法1、未選択"));
+    sample.form.SetFocus(option);
+    sample.log.clear();
+    QTest::mouseClick(widget.mouse, Qt::LeftButton, {}, QPoint(8, widget.mouse->height() / 2));
+    QTest::keyClick(widget.keys, Qt::Key_Space);
+    EXPECT_EQ(TakeLog(), "opb_方法1 click, opb_方法1 click");
+    EXPECT_EQ(option.Value(), 1);
+    sample.At("opb_方法", 0).SetValue(1);
+    option.SetValue(1);
+    EXPECT_TRUE(option.Chosen()) << "pressed anew";
+    EXPECT_EQ(widget.whole->accessibleName(), QString("方法1"));
+}
+
+TEST_F(Window, TheResultIsSpokenAndNeverWidensTheWindow) {
+    auto& line = static_cast<desktop::ResultLabel&>(Keys("結果"));
+    QStringList spoken;
+    // The toolkit speaks only where a screen reader listens.
+    line.announcer = [&spoken](QAccessibleEvent* event) {
+        const QAccessibleInterface* item = event->accessibleInterface();
+        const QString kind = event->type() == QAccessible::Alert ? "alert " : "";
+        spoken.append(kind + item->text(QAccessible::Name) + u'=' + item->text(QAccessible::Description));
+    };
+    const QSize size = View().minimumSizeHint();
+    sample.At("結果").SetCaption("登録しました。");
+    sample.At("結果").SetCaption("登録しました。");
+    sample.At("結果").SetEnabled(false);
+    EXPECT_EQ(spoken.join(u'|').toStdString(), "結果=登録しました。|alert 結果=登録しました。");
+    const QString longText = QString("部門と所属は引き継がれません。").repeated(40);
+    sample.At("結果").SetCaption(longText);
+    sample.At("結果").SetCaption("");
+    EXPECT_EQ(spoken.size(), 4) << "silence is no news";
+    EXPECT_EQ(spoken.back(), "alert 結果=" + longText);
+    sample.At("結果").SetCaption(longText);
+    host.ProcessEvents();
+    EXPECT_EQ(View().minimumSizeHint(), size);
+    EXPECT_EQ(line.toolTip(), longText);
+    View().resize(400, 300);
+    host.ProcessEvents();
+    EXPECT_TRUE(View().rect().contains(line.mapTo(&View(), line.rect().bottomRight()))) << "scrolled out of sight";
+}
+
 TEST_F(Window, ItemsBearTheirNames) {
     EXPECT_TRUE(View().findChild<QLineEdit*>("名称"));
     EXPECT_TRUE(View().findChild<QAbstractButton*>("opb_方法_2"));
@@ -210,6 +275,11 @@ TEST_F(Window, AMessageIsAnsweredByItsRealButtons) {
          Button::No,
          [](auto& box) { QTest::keyClick(box.defaultButton(), Qt::Key_Return); },
          Button::No},
+        {{Button::Yes, Button::No},
+         Button::Yes,
+         [](auto& box) { QTest::keyClick(box.focusWidget(), Qt::Key_N); },
+         Button::No},
+        {{Button::Yes, Button::No}, Button::No, [](auto& box) { QTest::keyClick(&box, Qt::Key_Y); }, Button::Yes},
         {{Button::OK}, Button::OK, [](auto& box) { box.close(); }, Button::OK}};
     for (const Case& one : cases) {
         QString shown;

@@ -5,6 +5,7 @@
 
 #include "lists/list_window.h"
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 #include "tests/setup/setup_fixture.h"
 
 namespace lists {

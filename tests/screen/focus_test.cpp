@@ -2,6 +2,7 @@
 
 #include "screen/focus_walk.h"
 #include "screen/user_input.h"
+#include "screen/user_keys.h"
 
 namespace {
 
