@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
+#include <QJsonDocument>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include "tests/scenarios/office.h"
@@ -67,10 +69,20 @@ class Scenario : public testing::TestWithParam<std::string> {
         return player.Answers();
     }
 
+    /// Each engine complains of a missing table in its own words.
+    static QJsonObject WithoutEngineWords(QJsonObject answer) {
+        static const QRegularExpression words("（(ERROR:|no such)[^）]*）");
+        const QByteArray text = QJsonDocument(answer).toJson();
+        return QJsonDocument::fromJson(QString::fromUtf8(text).replace(words, "（…）").toUtf8()).object();
+    }
+
     static void ExpectSame(const std::vector<QJsonObject>& first, const std::vector<QJsonObject>& second) {
         ASSERT_EQ(first.size(), second.size());
         for (std::size_t index = 0; index < first.size(); ++index)
-            ASSERT_EQ(scenario::Difference(first[index], second[index]).toStdString(), "") << "answer " << index + 1;
+            ASSERT_EQ(
+                scenario::Difference(WithoutEngineWords(first[index]), WithoutEngineWords(second[index])).toStdString(),
+                "")
+                << "answer " << index + 1;
     }
 
     static inline QTemporaryDir* office_ = nullptr;
