@@ -27,7 +27,8 @@ OFFER = "前回の入力内容が残っています。復元しますか？"
 OLD, NEW = "元の枠の摘要", "新しく打った摘要"
 FILE_CALLS = ("write,pwrite64,pwritev,fsync,fdatasync,ftruncate,fallocate,rename,renameat,renameat2,unlink,unlinkat,"
               "link,linkat,openat,copy_file_range,sendfile,mkdir,mkdirat,chmod,fchmod,utimensat,close")
-WRITES = "write,pwrite64,fsync,fdatasync,ftruncate,fallocate,rename,renameat,renameat2,unlink,unlinkat"
+# Not "write", by which the client answers its driver.
+WRITES = "pwrite64,fsync,fdatasync,ftruncate,fallocate,rename,renameat,renameat2,unlink,unlinkat"
 
 
 class Client:
@@ -186,14 +187,14 @@ class Stage:
         return {row[0] for row in self.rows(root, "SELECT 営業活動摘要 FROM T営業活動明細")}
 
     def stray_papers(self, root):
-        """Papers that no slot has, rows without a copy and copies without a row."""
+        """Papers that no slot has, rows without a copy and copies without a row; of a deleted slot they stay."""
         slots = {date + start.replace(":", "") + end.replace(":", "") + staff for staff, date, start, end in
                  self.rows(root, "SELECT 担当者コード, 日付, 開始時刻, 終了時刻 FROM T営業活動明細")}
         papers = self.rows(root, "SELECT 情報識別ID, SEQNo, 書類名 FROM M付属書類")
         named = {f"活動手帳_{owner}_{number}_{re.split(r'[/]', name)[-1]}" for owner, number, name in papers}
         copies = {os.path.basename(path) for path in glob.glob(root + "/documents/活動手帳_*")}
-        return ([p for p in papers if p[0] not in slots], named - copies, copies - named) \
-            if any(p[0] not in slots for p in papers) or named != copies else ()
+        ownerless = [p for p in papers if p[0] not in slots] if self.memos(root) & {OLD, NEW} else []
+        return (ownerless, named - copies, copies - named) if ownerless or named != copies else ()
 
 
 class Count:
@@ -220,6 +221,8 @@ def after(stage, root, home, count, words, must, accept):
         client.play(do="answer", button="Yes" if accept else "No")
         if not accept:
             must.discard(NEW)
+        elif client.play(do="click", item="btn_登録").get("window") == "msg登録確認":
+            client.play(do="click", item="btn_登録")
     held = {client.items().get("営業活動摘要", {}).get("text", "")}
     client.play(do="click", item="btn_控え一覧")
     held |= {row["cells"][-1] for row in client.items().get("List控え", {}).get("rows", [])}
