@@ -67,7 +67,7 @@ void AddNumberCases(std::vector<ListCase>& cases, const QString& kind, const QHa
     cases.push_back(Searched(list, kind, 0, "検索", {}, {}));
     for (const lists::SearchItem& item : list.items) {
         const QString value = sample[TextColumn(item.name)];
-        const bool text = item.mask.isEmpty() && item.maxLength != 8;
+        const bool text = item.mask.isEmpty() && item.commit != lists::CommitRule::Date;
         cases.push_back(Searched(list, kind, item.mode, item.buttonCaption, item.name, value));
         if (!text) continue;
         cases.push_back(Searched(list, kind, item.mode, item.buttonCaption + ": none", item.name, kNobody));

@@ -274,7 +274,9 @@ void WindowHost::MessageAnswered() {
 
 void WindowHost::DialogShown() {
     const screen::PathDialog& asked = *WaitingDialog();
-    dialog_ = new QFileDialog(WindowInFront(), asked.prompt, asked.startFolder);
+    // Without a title the toolkit gives it one in its own language.
+    const QString title = asked.prompt.isEmpty() ? QStringLiteral("ファイルの選択") : asked.prompt;
+    dialog_ = new QFileDialog(WindowInFront(), title, asked.startFolder);
     dialog_->setOption(QFileDialog::DontUseNativeDialog);
     if (asked.kind == screen::PathDialog::Kind::Folder) {
         dialog_->setFileMode(QFileDialog::Directory);

@@ -14,7 +14,8 @@ int AskRegister(DiaryContext& diary, const QString& programId, const QString& in
         ControlKind::CaptionLabel, QStringLiteral("lab_msg"),
         isNew ? QStringLiteral("登録します。よろしいですか？") : QStringLiteral("修正します。よろしいですか？"));
     if (!isNew) message.foreColor = kRed;
-    dialog.Add(ControlKind::CaptionLabel, QStringLiteral("lab_inpmsg"), inputMessage);
+    dialog.Add(ControlKind::CaptionLabel, QStringLiteral("lab_inpmsg"), inputMessage)
+        .SetVisible(!inputMessage.isEmpty());
     dialog.Add(ControlKind::CaptionLabel, QStringLiteral("登録内容"), content).SetVisible(!content.isEmpty());
     const auto add = [&](const QString& name, const QString& caption, int value) {
         dialog.Add(ControlKind::SSCommand, name, caption).onClick = [&diary, &dialog, &answer, value] {

@@ -1,5 +1,6 @@
 #include "diary/replaced_slot.h"
 
+#include "diary/outcome_words.h"
 #include "diary/slot_statements.h"
 #include "items/display_forms.h"
 
@@ -69,16 +70,6 @@ QString Changed(DiaryContext& diary, const StoredRow& row) {
            (who.isEmpty() ? QStringLiteral("修正されています。") : who + "さんが修正しています。");
 }
 
-QString NotChosen(const ActivitySlot& slot) {
-    QStringList names;
-    if (slot.発信区分 == 0) names << QStringLiteral("発信者");
-    if (slot.応対方法 == 0) names << QStringLiteral("応対方法");
-    if (slot.要件分類 == 0) names << QStringLiteral("要件");
-    // Without a matter there is no handling to choose from.
-    if (slot.要件分類 != 0 && slot.対応分類 == 0) names << QStringLiteral("対応");
-    return names.isEmpty() ? QString() : names.join(QStringLiteral("、")) + "が選ばれていません。";
-}
-
 }  // namespace
 
 std::optional<std::vector<StoredRow>> StoredRowsAtStart(session::DataAccess& data, const QString& staff,
@@ -112,7 +103,7 @@ QString WordsBeforeSave(DiaryContext& diary, const std::vector<StoredRow>& rows)
         if (!IsAtLoadedStart(row, loaded) || row["終了時刻"] != loaded.終了時刻) words += Replacing(row);
         if (ChangedSinceLoad(row, loaded)) words += Changed(diary, row);
     }
-    return words + NotChosen(diary.slot);
+    return words + NotChosenWords(diary.slot);
 }
 
 }  // namespace diary

@@ -2,6 +2,8 @@
 # For scripts that play the client through its real windows on a virtual display: source it, call start_display and
 # start_driver DRIVER ARGUMENT…, then play. Everything that was started ends with the script.
 work=$(mktemp -d)
+# What the client keeps of unfinished work is this play's own: nothing of an earlier run is offered to it.
+export XDG_STATE_HOME=$work/state
 children=()
 clean_up() {
     local child
@@ -45,11 +47,16 @@ start_driver() {
     trap '' PIPE # a driver that died is told by the answer that is missing
 }
 
-# Gives the driver one command; the answer is left in $answer. Ends the script when the client refuses it.
-play() {
+# Gives the driver one command; the answer is left in $answer.
+tell() {
     answer=
     printf '%s\n' "$1" >&5 2>/dev/null || fail "the driver has ended before $1"
     IFS= read -r -t 120 answer <&6 || fail "no answer to $1"
+}
+
+# The same; ends the script when the client refuses it.
+play() {
+    tell "$1"
     [[ $answer == *'"ok":true'* && $answer != *'"ended":true'* ]] || fail "$1 was answered by $answer"
 }
 

@@ -20,6 +20,19 @@ take() {
         "PNG8:$pictures/$1.png"
 }
 
+# Brings a stored slot onto the screen; its key begins like $key.
+go_to() {
+    enter 営業活動日付年 "${1:3:4}"
+    enter 営業活動日付月 "${1:7:2}"
+    enter 営業活動日付日 "${1:9:2}"
+    enter 開始時刻時 "${1:11:2}"
+    enter 開始時刻分 "${1:14:2}"
+    enter 終了時刻時 "${1:16:2}"
+    enter 終了時刻分 "${1:19:2}"
+    play '{"do":"focus","item":"担当者コード"}'
+    play '{"do":"focus","item":"相手先コード"}'
+}
+
 "$bin/katsudo-setup" create --root "$root" --demo --staff 12 --parties 200 --slots 400 --documents 60 --today 20260424
 mkdir -p "$work/机/図面"
 head -c 310000 /dev/zero >"$work/机/御見積書.doc"
@@ -30,6 +43,8 @@ staff=00001
 key=$(query "$root/data/gnrdb.accdb" "SELECT '000' || 日付 || 開始時刻 || 終了時刻 || 担当者コード FROM T営業活動明細
     WHERE 担当者コード = '$staff' AND 相手先区分 = '1' AND 営業活動摘要 <> '' ORDER BY 日付 DESC, 開始時刻 LIMIT 1")
 [[ -n $key ]] || fail "the demo company has no slot to show"
+mapfile -t others < <(query "$root/data/gnrdb.accdb" "SELECT '000' || 日付 || 開始時刻 || 終了時刻 FROM T営業活動明細
+    WHERE 担当者コード = '$staff' AND 日付 < '${key:3:8}' ORDER BY 日付 DESC LIMIT 2")
 
 start_display
 start_driver "$bin/katsudo-drive" --root "$root" --now "20260424 173000" --login "eigyo$staff" --computer PC01 --tail "$key"
@@ -53,4 +68,12 @@ play_to frm活動手帳 '{"do":"click","item":"btn_終了"}'
 enter 営業活動摘要 "見積書をお渡しした。来週お返事をいただく。"
 play_to msg登録確認 '{"do":"click","item":"btn_登録"}'
 take confirm
+play_to frm活動手帳 '{"do":"key","key":"N"}'
+for other in "${others[@]}"; do
+    go_to "$other"
+    enter 営業活動摘要 "カタログをお届けした。"
+done
+go_to "$key"
+play_to wnd控え一覧 '{"do":"key","key":"Ctrl+F2"}'
+take kept
 ls -l "$pictures"

@@ -2,7 +2,7 @@
 # play_registration.sh DRIVER ROOT SCREENSHOT
 #
 # Starts a virtual display, registers one slot of today on the install tree ROOT through the real window, at a minute
-# that is still free, saves a picture of the filled screen and prints the stored row.
+# that is still free, saves a picture of the screen that tells what it still lacks, and prints the stored row.
 set -euo pipefail
 driver=$1 root=$2 screenshot=$3
 staff=00001
@@ -36,7 +36,6 @@ fill_screen() {
     click opb_発信区分
     click opb_応対方法
     click opb_要件分類
-    play '{"do":"set","item":"対応分類","index":0,"value":1}'
     play '{"do":"set","item":"相手先区分","value":1}'
     enter 相手先コード 000001
     enter 営業活動摘要 '新製品のご案内。見積のご依頼をいただく。'
@@ -47,8 +46,11 @@ choose_time
 start_driver "$driver" --root "$root"
 play_to frm活動手帳 '{"do":"state"}'
 fill_screen
+tell '{"do":"key","key":"F12"}'      # too early: the handling is missing, and the screen says so
 play_to frm活動手帳 '{"do":"state"}' # all is drawn when this is answered
 import -window root "$screenshot"
+play '{"do":"set","item":"対応分類","index":0,"value":1}'
+play '{"do":"focus","item":"営業活動摘要"}'
 play_to msg登録確認 '{"do":"click","item":"btn_登録"}'
 play_to frm活動手帳 '{"do":"click","item":"btn_登録"}'
 
@@ -58,4 +60,4 @@ echo "Registered for staff member $staff on $day at $hour:$minute; the row of T�
 echo
 sed -E 's/^ *([^ ]+) = ?/  \1: /' <<<"$row"
 echo
-echo "The filled screen, before it was registered: $screenshot"
+echo "The screen, shortly before it was registered: $screenshot"
