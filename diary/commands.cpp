@@ -184,8 +184,8 @@ bool QuitScreen(DiaryContext& diary) {
             return false;
         }
     }
-    KeepWhatLeaves(diary, QStringLiteral("終了時の入力"));
-    ForgetTyped(diary);
+    // What finds no room on the list stays where a killed run leaves it, for the next start.
+    if (KeepWhatLeaves(diary, QStringLiteral("終了時の入力"))) ForgetTyped(diary);
     diary.closeSession();
     return true;
 }

@@ -146,6 +146,7 @@ void PostcodeLeft(DiaryContext& diary) {
     QString& field = diary.slot.相手先郵便番号;
     if (DigitsOnly(text) == DigitsOnly(field)) return;
     diary.state.InputHappened = true;
+    diary.state.TypedTexts.insert(QStringLiteral("相手先郵便番号"));
     std::unique_ptr<store::Recordset> row;
     if (DigitsOnly(text).isEmpty()) {
         field.clear();
@@ -196,6 +197,7 @@ void ContactCodeLeft(DiaryContext& diary) {
     if (!code && diary.state.PickingContact && ofFormerParty && !held.isEmpty()) code = held;
     if (!code) return;
     diary.state.InputHappened = true;
+    const TypedTextGuard guard(diary);
     if (code->isEmpty()) {
         diary.slot.相手先御担当者コード.clear();
     } else if (const auto row = ResolveContact(diary, *code)) {

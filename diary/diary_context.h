@@ -75,7 +75,7 @@ struct ScreenState {
     QString PickedKept;
     /// What was last written down of the unsaved content; empty when nothing is.
     QByteArray KeptContent;
-    /// Writing it down failed; told once.
+    /// Writing it down failed the last time; told once.
     bool KeepingFailed = false;
 };
 

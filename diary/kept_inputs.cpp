@@ -1,6 +1,7 @@
 #include "diary/kept_inputs.h"
 
 #include <QJsonDocument>
+#include <algorithm>
 
 #include "diary/focus_gate.h"
 #include "diary/slot_input.h"
@@ -12,6 +13,14 @@ namespace {
 
 constexpr int kMostKept = 50;
 constexpr int kDaysKept = 14;
+
+/// True when it came from the list and stands there as it is.
+bool IsPickedUnchanged(const DiaryContext& diary, const QJsonObject& input) {
+    const std::vector<platform::KeptFiles::Entry> list = diary.kept.List();
+    return std::any_of(list.begin(), list.end(), [&](const platform::KeptFiles::Entry& entry) {
+        return entry.id == diary.state.PickedKept && SameInput(QJsonDocument::fromJson(entry.text).object(), input);
+    });
+}
 
 }  // namespace
 
@@ -52,9 +61,9 @@ void ForgetTyped(DiaryContext& diary) {
 }
 
 void TellKeepingFailed(DiaryContext& diary) {
-    if (std::exchange(diary.state.KeepingFailed, true)) return;
-    diary.log.WriteErrorHistory(QStringLiteral("入力内容を控えられません。"));
     diary.result.Tell(QStringLiteral("入力内容を控えられません。"));
+    if (!std::exchange(diary.state.KeepingFailed, true))
+        diary.log.WriteErrorHistory(QStringLiteral("入力内容を控えられません。"));
 }
 
 bool HoldsInput(const DiaryContext& diary) {
@@ -72,8 +81,10 @@ bool KeepWhatLeaves(DiaryContext& diary, const QString& reason) {
     const QJsonObject& key = diary.state.SettledKey;
     for (auto part = key.begin(); part != key.end(); ++part)
         input[part.key()] = *part;
-    if (KeepInput(diary, input, reason).isEmpty()) return false;
-    diary.result.Tell(QStringLiteral("入力中の内容を控えました（Ctrl+F2）。"));
+    if (!IsPickedUnchanged(diary, input)) {
+        if (KeepInput(diary, input, reason).isEmpty()) return false;
+        diary.result.Tell(QStringLiteral("入力中の内容を控えました（Ctrl+F2）。"));
+    }
     diary.state.InputHappened = false;
     ForgetTyped(diary);
     return true;

@@ -8,8 +8,8 @@
 // Fifty of them for fourteen days, of each login and database its own; they can be brought back onto the screen.
 namespace diary {
 
-/// Puts a slot on the list, with why it stands there; one of the same content and reason that stands there goes. Gives
-/// its id, empty when it couldn't be written, which the run history is told.
+/// Puts a slot on the list, with why it stands there; one of the same content that stands there goes. Gives its id,
+/// empty when it couldn't be written, which user and run history are told.
 QString KeepInput(DiaryContext& diary, const QJsonObject& input, const QString& reason);
 
 /// Something else is about to take the place of what stands on the screen: keeps it when anything beyond key and
@@ -26,7 +26,7 @@ void PruneKept(DiaryContext& diary);
 /// What is being typed needs no keeping any more: it is saved, on the list, or the user gave it up.
 void ForgetTyped(DiaryContext& diary);
 
-/// Tells run history and user, once, that nothing can be kept.
+/// Tells the user that something can't be kept, and the run history, once, that nothing can.
 void TellKeepingFailed(DiaryContext& diary);
 
 /// True while the screen holds something beyond key and classes that was typed or chosen since it came there.

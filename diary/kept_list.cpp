@@ -77,7 +77,10 @@ void PutInputOnScreen(DiaryContext& diary, const QJsonObject& input) {
     diary.state.CameAs = ActivitySlot();
     diary.state.Loaded = LoadedRow();
     diary.state.ContactOf = PartyKey(diary.slot);
+    // Whether a text was typed or a master's isn't known any more.
     diary.state.TypedTexts.clear();
+    for (const SlotText& text : kPartyTexts)
+        diary.state.TypedTexts.insert(QString::fromUtf8(text.name));
     diary.state.InputHappened = true;
     diary.session.NewSlotMode = RowsAtStart(diary, KeyOnScreen(diary)).isEmpty();
     diary.state.LoadedSlotDate = diary.session.NewSlotMode ? QString() : diary.session.SlotDate;

@@ -3,6 +3,7 @@
 #include "diary/commands.h"
 #include "diary/counterparty.h"
 #include "diary/focus_gate.h"
+#include "diary/kept_inputs.h"
 #include "diary/masked_item.h"
 #include "diary/painting.h"
 #include "diary/slot_loading.h"
@@ -191,6 +192,7 @@ std::unique_ptr<store::Recordset> FetchDocument(DiaryContext& diary, std::size_t
 }
 
 void TakeDocument(DiaryContext& diary, std::size_t kind, const store::Recordset& row) {
+    const TypedTextGuard guard(diary);
     if ((kind == k出金 || kind == k案件) && TakeStaff(diary, row)) {
         // The slot may be on file, as after a typed staff member. What was picked goes onto it, and isn't stored yet.
         LoadSlotExact(diary);

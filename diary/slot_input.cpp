@@ -109,6 +109,8 @@ QJsonObject KeyOnScreen(const DiaryContext& diary) {
     QJsonObject key;
     for (const KeyText& text : kKeyTexts)
         key[Name(text.name)] = diary.session.*text.field;
+    for (const SlotText& text : kStaffTexts)
+        key[Name(text.name)] = diary.slot.*text.field;
     return key;
 }
 

@@ -11,7 +11,7 @@ namespace diary {
 /// What stands on the screen, without what is just being typed into an item.
 QJsonObject InputOnScreen(const DiaryContext& diary);
 
-/// The key of it alone: date, times, staff and site.
+/// The key of it alone: date, times, site, and the staff group, which comes and goes with the staff member.
 QJsonObject KeyOnScreen(const DiaryContext& diary);
 
 /// Takes a kept slot into the session and the record; paints nothing. Names that it lacks are looked up, without a

@@ -163,8 +163,8 @@ void PapersFollow(DiaryContext& diary, std::vector<Carry>& carries) {
 
 void FinishPapers(DiaryContext& diary) {
     std::vector<Carry> unfinished = diary.papers.Unfinished();
-    for (Carry& carry : unfinished)
-        Settle(diary, carry);
+    // A run with a slot key closes behind its save, before anybody has read what that left undone.
+    PapersFollow(diary, unfinished);
     if (!unfinished.empty()) ShowAttachments(diary);
 }
 

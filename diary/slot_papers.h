@@ -22,7 +22,8 @@ QString WriteWithPapers(DiaryContext& diary, attachments::Carry::Kind kind, cons
 std::vector<attachments::Carry> NotePapersOfReplaced(DiaryContext& diary);
 void PapersFollow(DiaryContext& diary, std::vector<attachments::Carry>& carries);
 
-/// Finishes what runs that have ended left undone, without a word. Papers whose slot stayed where it was stay there.
+/// Finishes what runs that have ended left undone; what still can't be done is told in the result line. Papers whose
+/// slot stayed where it was stay there.
 void FinishPapers(DiaryContext& diary);
 
 }  // namespace diary

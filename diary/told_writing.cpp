@@ -81,7 +81,10 @@ ToldWrite DeleteAndTell(DiaryContext& diary) {
     }
     diary.result.TellOutcome(outcome.rows == 0 ? QStringLiteral("削除する枠がありませんでした。")
                                                : "削除しました。" + slot);
-    return {true, safe};
+    if (!kept.contains(QString())) return {true, safe};
+    // The screen has the only copy of the row now.
+    diary.state.InputHappened = true;
+    return {true, false};
 }
 
 }  // namespace diary

@@ -107,8 +107,9 @@ bool KeepTyped(DiaryContext& diary) {
     const bool kept = diary.kept.Write(content);
     if (kept)
         diary.state.KeptContent = content;
-    else
+    else if (!diary.state.KeepingFailed)
         TellKeepingFailed(diary);
+    diary.state.KeepingFailed = !kept;
     return kept;
 }
 

@@ -28,6 +28,11 @@ constexpr int kRunIdLength = 36;
 const QString kTyped = QStringLiteral(".typed"), kKept = QStringLiteral(".kept"), kSpare = QStringLiteral(".room"),
               kLock = QStringLiteral(".run");
 
+/// The place of a kept text among all: the clock may have been set back between two of them.
+int NumberOf(const QString& name) {
+    return name.section(u'-', 1, 1).toInt();
+}
+
 /// The first line of a file: which write it was, how long its text is, and the text's mark.
 QByteArray HeadLine(quint64 order, const QByteArray& text) {
     return "katsudo " + QByteArray::number(order) + ' ' + QByteArray::number(text.size()) + ' ' +
@@ -179,10 +184,9 @@ void KeptFiles::Remove() {
 QString KeptFiles::Keep(const QString& moment, const QByteArray& text) {
     TakeRoom();
     const QString stamp = QString(moment).remove(u' ');
-    int number = 0;
-    for (const QString& name : Names(kKept))
-        if (name.startsWith(stamp)) number = std::max(number, name.mid(stamp.size() + 1, 6).toInt());
-    const QString id = stamp + QStringLiteral("-%1-").arg(number + 1, 6, 10, QLatin1Char('0')) + runId_.left(8) + kKept;
+    const QStringList before = KeptNames();
+    const int number = before.isEmpty() ? 1 : NumberOf(before.first()) + 1;
+    const QString id = stamp + QStringLiteral("-%1-").arg(number, 6, 10, QLatin1Char('0')) + runId_.left(8) + kKept;
     // With no room left the older half of what is being typed still has some.
     RoomyFile file;
     if (room_.empty()) {
@@ -204,9 +208,16 @@ QStringList KeptFiles::Names(const QString& suffix) const {
     return QDir(folder_).entryList({"*" + suffix}, QDir::Files, QDir::Name | QDir::Reversed);
 }
 
+QStringList KeptFiles::KeptNames() const {
+    QStringList names = Names(kKept);
+    std::stable_sort(names.begin(), names.end(),
+                     [](const QString& a, const QString& b) { return NumberOf(a) > NumberOf(b); });
+    return names;
+}
+
 std::vector<KeptFiles::Entry> KeptFiles::List() const {
     std::vector<Entry> entries;
-    for (const QString& name : Names(kKept))
+    for (const QString& name : KeptNames())
         if (auto written = RoomyFile::Read(PathOf(name))) entries.push_back({name, written->text});
     return entries;
 }
@@ -218,7 +229,7 @@ void KeptFiles::Drop(const QString& id) {
 void KeptFiles::Prune(const QString& before, int most) {
     const QString oldest = QString(before).remove(u' ');
     int count = 0;
-    for (const QString& name : Names(kKept))
+    for (const QString& name : KeptNames())
         if (++count > most || name < oldest) QFile::remove(PathOf(name));
 }
 

@@ -78,7 +78,7 @@ class KeptFiles {
     };
     /// Puts a text on the list. `moment` is "yyyymmdd hhnnss". Gives its id; empty when it couldn't be written.
     QString Keep(const QString& moment, const QByteArray& text);
-    /// The list, newest first; of one moment what was kept last.
+    /// The list, in the order in which it was kept, newest first, whatever the moments say.
     std::vector<Entry> List() const;
     void Drop(const QString& id);
     /// Takes off the list what was kept before a moment, and of the rest all but the newest `most`.
@@ -92,6 +92,7 @@ class KeptFiles {
   private:
     QString PathOf(const QString& name) const { return folder_ + "/" + name; }
     QStringList Names(const QString& suffix) const;
+    QStringList KeptNames() const;
     QString NewName(const QString& suffix);
     void TakeRoom();
     void ClearUpBehindOthers();
