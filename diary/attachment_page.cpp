@@ -120,7 +120,11 @@ QString Remove(DiaryContext& diary, const Attachment& attachment) {
     if (!diary.attachments.DeleteAttachment(attachment.information, attachment.identity, attachment.sequence))
         return QStringLiteral("付属書類を削除できませんでした。");
     const FileFault fault = platform::RemoveWhole(diary.attachments.AttachmentFileName(attachment));
-    return fault == FileFault::Missing ? QString() : attachments::OutcomeNotice({true, {fault}});
+    if (fault != FileFault::Missing) return attachments::OutcomeNotice({true, {fault}});
+    // A copy that is only out of reach is there again with its folder, where no row tells of it any more.
+    const bool away = HasCopy(attachment) &&
+                      platform::LookAt(diary.attachments.DocumentFolder()).kind != platform::FileLook::Kind::Folder;
+    return away ? attachments::OutcomeNotice({true, {FileFault::NoFolder}}) : QString();
 }
 
 }  // namespace
