@@ -6,16 +6,13 @@
 #include "diary/counterparty.h"
 #include "diary/focus_gate.h"
 #include "diary/kept_inputs.h"
+#include "diary/outcome_words.h"
 #include "diary/painting.h"
 #include "diary/slot_input.h"
 
 namespace diary {
 
 namespace {
-
-QString DateShown(const QString& date) {
-    return date.size() < 8 ? date : date.mid(0, 4) + "/" + date.mid(4, 2) + "/" + date.mid(6, 2);
-}
 
 /// A row's key: the moment and its number, without what tells apart the files of two runs.
 QString RowKey(const QString& id) {

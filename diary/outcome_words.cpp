@@ -4,9 +4,12 @@
 
 namespace diary {
 
+QString DateShown(const QString& date) {
+    return date.size() < 8 ? date : date.mid(0, 4) + "/" + date.mid(4, 2) + "/" + date.mid(6, 2);
+}
+
 QString SlotWords(const QString& date, const QString& start, const QString& end, const QString& party) {
-    return (date.left(4) + "/" + date.mid(4, 2) + "/" + date.mid(6, 2) + " " + start + "～" + end + " " + party)
-        .trimmed();
+    return (DateShown(date) + " " + start + "～" + end + " " + party).trimmed();
 }
 
 QString SlotWords(const DiaryContext& diary) {
